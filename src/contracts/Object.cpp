@@ -1,0 +1,5 @@
+#include "contracts/Object.h"
+
+TObject::~TObject() = default;
+TEditTextDragObject::~TEditTextDragObject() = default;
+IDragSource::~IDragSource() = default;
