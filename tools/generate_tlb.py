@@ -1,0 +1,311 @@
+#!/usr/bin/env python3
+"""Writes the C++ binding of the client SDK from the description of its type library.
+
+Usage: generate_tlb.py DESCRIPTION OUTPUT_FOLDER
+
+Writes Quorane_TLB.h (interfaces, identifiers, creators) and Quorane_TLB.cpp
+(the table of calls by name). A description that contradicts itself is refused with
+the number of the line.
+"""
+
+import re
+import sys
+from dataclasses import dataclass, field
+from pathlib import Path
+
+PLAIN_TYPES = {
+    "text": "std::u16string",
+    "flag": "WordBool",
+    "int": "std::int32_t",
+    "date": "double",
+    "float": "float",
+    "variant": "Variant",
+    "dispatch": "Handle<IDispatch>",
+    "unknown": "Handle<IUnknown>",
+}
+PASSED_BY_VALUE = {"flag", "int", "date", "float"}
+
+LIBRARY = re.compile(r"library (\w+) \{([0-9A-F-]{36})\} version (\d+)\.(\d+)$")
+INTERFACE = re.compile(r"interface (\w+)(?: : (\w+))? \{([0-9A-F-]+)\}(?: (no class)| class (\w+))?$")
+OPERATION = re.compile(r"(\w+)\((.*)\)(?: -> (\w+)(\?)?(?: of (\w+))?)?$")
+ARGUMENT = re.compile(r"(out )?(\w+): (\w+)(?: of (\w+))?$")
+
+
+class DescriptionError(Exception):
+    pass
+
+
+@dataclass
+class Argument:
+    name: str
+    type: str
+    out: bool
+    element: str | None
+
+
+@dataclass
+class Operation:
+    name: str
+    arguments: list[Argument]
+    result: str | None
+    may_be_empty: bool
+    element: str | None
+
+
+@dataclass
+class Interface:
+    name: str
+    parent: str | None
+    identifier: str
+    class_name: str | None
+    operations: list[Operation] = field(default_factory=list)
+
+
+@dataclass
+class Library:
+    name: str
+    identifier: str
+    version: tuple[int, int]
+    interfaces: dict[str, Interface] = field(default_factory=dict)
+
+    def chain(self, interface):
+        """The interface's parents, nearest first."""
+        while interface.parent:
+            interface = self.interfaces[interface.parent]
+            yield interface
+
+    def is_type(self, name):
+        return name in PLAIN_TYPES or name in self.interfaces
+
+
+def next_identifier(identifier):
+    return f"{int(identifier[:8], 16) + 1:08X}{identifier[8:]}"
+
+
+def parse_argument(text):
+    match = ARGUMENT.match(text)
+    if not match:
+        raise DescriptionError(f"cannot read the argument '{text}'")
+    out, name, type_name, element = match.groups()
+    return Argument(name, type_name, bool(out), element)
+
+
+def parse_operation(line):
+    match = OPERATION.match(line)
+    if not match:
+        raise DescriptionError(f"cannot read the operation '{line}'")
+    name, arguments, result, empty, element = match.groups()
+    parsed = [parse_argument(text) for text in arguments.split(", ") if text]
+    return Operation(name, parsed, result, bool(empty), element)
+
+
+def parse_interface(line, library):
+    match = INTERFACE.match(line)
+    if not match:
+        raise DescriptionError(f"cannot read the interface '{line}'")
+    name, parent, identifier, without_class, class_name = match.groups()
+    if name in library.interfaces:
+        raise DescriptionError(f"{name} stands twice")
+    if parent and parent not in library.interfaces:
+        raise DescriptionError(f"{name} stands before its parent {parent}")
+    if len(identifier) == 8:
+        identifier += library.identifier[8:]
+    if without_class:
+        class_name = None
+    elif not class_name:
+        class_name = name[1:]
+    return Interface(name, parent, identifier, class_name)
+
+
+def parse(path):
+    library = None
+    current = None
+    for number, raw in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        line = raw.split("#")[0].strip()
+        try:
+            if not line:
+                continue
+            if match := LIBRARY.match(line):
+                library = Library(match[1], match[2], (int(match[3]), int(match[4])))
+            elif not library:
+                raise DescriptionError("the library line must come first")
+            elif line.startswith("interface "):
+                current = parse_interface(line, library)
+                library.interfaces[current.name] = current
+            else:
+                current.operations.append(parse_operation(line))
+        except DescriptionError as error:
+            raise DescriptionError(f"{path}:{number}: {error}") from None
+    check(library)
+    return library
+
+
+def check(library):
+    """What only shows when everything is read: unknown types, identifiers used twice."""
+    seen = {library.identifier: library.name}
+    for interface in library.interfaces.values():
+        for identifier in (interface.identifier, next_identifier(interface.identifier)):
+            if identifier in seen:
+                raise DescriptionError(f"{interface.name} and {seen[identifier]} share {identifier}")
+            seen[identifier] = interface.name
+        for operation in interface.operations:
+            used = [argument.type for argument in operation.arguments]
+            used += [operation.result] if operation.result else []
+            for type_name in used:
+                if not library.is_type(type_name):
+                    raise DescriptionError(f"{interface.name}.{operation.name} uses {type_name}")
+
+
+def guid(identifier):
+    first, second, third, fourth, fifth = identifier.split("-")
+    tail = ", ".join(f"0x{(fourth + fifth)[i:i + 2]}" for i in range(0, 16, 2))
+    return f"{{0x{first}, 0x{second}, 0x{third}, {{{tail}}}}}"
+
+
+def cpp_type(type_name):
+    return PLAIN_TYPES.get(type_name) or f"Handle<{type_name}>"
+
+
+def cpp_argument(argument):
+    if argument.out:
+        return f"{cpp_type(argument.type)}& {argument.name}"
+    if argument.type in PASSED_BY_VALUE:
+        return f"{cpp_type(argument.type)} {argument.name}"
+    return f"const {cpp_type(argument.type)}& {argument.name}"
+
+
+def declaration(operation):
+    result = cpp_type(operation.result) if operation.result else "void"
+    arguments = ", ".join(cpp_argument(argument) for argument in operation.arguments)
+    notes = []
+    if operation.may_be_empty:
+        notes.append("may be empty")
+    elements = [x for x in [operation.element] + [a.element for a in operation.arguments] if x]
+    notes += [f"holds {element}" for element in elements]
+    comment = f" // {', '.join(notes)}" if notes else ""
+    return f"    virtual {result} {operation.name}({arguments}) = 0;{comment}"
+
+
+def interface_header(library, interface):
+    base = interface.parent or "IDispatch"
+    lines = [f"class {interface.name} : public {base} {{", "public:"]
+    lines.append(f"    static constexpr Guid IID{guid(interface.identifier)};")
+    if interface.class_name:
+        lines.append(f"    static constexpr Guid ClassID{guid(next_identifier(interface.identifier))};")
+    inherited = {op.name: parent.name for parent in library.chain(interface) for op in parent.operations}
+    for name in dict.fromkeys(op.name for op in interface.operations if op.name in inherited):
+        lines.append(f"    using {inherited[name]}::{name};")
+    lines += [declaration(operation) for operation in interface.operations]
+    lines.append("    Variant Invoke(std::string_view name, InvokeKind kind, std::span<Variant> arguments) override;")
+    lines.append("};")
+    return "\n".join(lines)
+
+
+def creator_header(interface):
+    name = interface.class_name
+    return (
+        f"inline constexpr Guid CLASS_{name} = {interface.name}::ClassID;\n"
+        f"using Co{name} = TCreator<{interface.name}>;"
+    )
+
+
+def named(operation):
+    """The name and kind under which a call by name reaches the operation."""
+    for prefix, kind in (("Get_", "PropertyGet"), ("Set_", "PropertyPut")):
+        if operation.name.startswith(prefix):
+            return operation.name[len(prefix):], kind
+    return operation.name, "Method"
+
+
+def call_by_name(interface, operation):
+    name, kind = named(operation)
+    outs = [(i, a) for i, a in enumerate(operation.arguments) if a.out]
+    passed = [
+        a.name if a.out else f"FromVariant<{cpp_type(a.type)}>(values[{i}])"
+        for i, a in enumerate(operation.arguments)
+    ]
+    call = f"self.{operation.name}({', '.join(passed)})"
+    body = [f"{cpp_type(a.type)} {a.name}{{}};" for _, a in outs]
+    body.append(f"Variant result = ToVariant({call});" if operation.result else f"{call};")
+    body += [f"values[{i}] = ToVariant({a.name});" for i, a in outs]
+    body.append("return result;" if operation.result else "return Variant();")
+    if operation.result and not outs:
+        body = [f"return ToVariant({call});"]
+    values = " values" if operation.arguments else ""
+    return (
+        f'        {{"{name}", InvokeKind::{kind}, {len(operation.arguments)},\n'
+        f"         []({interface.name}& self, std::span<Variant>{values}) -> Variant {{ "
+        f"{' '.join(body)} }}}},"
+    )
+
+
+def interface_source(interface):
+    base = interface.parent or "IDispatch"
+    signature = (
+        f"Variant {interface.name}::Invoke(std::string_view name, InvokeKind kind, "
+        "std::span<Variant> arguments) {"
+    )
+    if not interface.operations:
+        return f"{signature}\n    return {base}::Invoke(name, kind, arguments);\n}}"
+    rows = "\n".join(call_by_name(interface, operation) for operation in interface.operations)
+    return (
+        f"{signature}\n"
+        f"    static constexpr TNamedOperation<{interface.name}> operations[] = {{\n{rows}\n    }};\n"
+        f"    if (const auto* found = FindNamed<{interface.name}>(operations, name, kind, arguments.size()))\n"
+        f"        return found->Call(*this, arguments);\n"
+        f"    return {base}::Invoke(name, kind, arguments);\n}}"
+    )
+
+
+def header(library):
+    interfaces = list(library.interfaces.values())
+    creators = [creator_header(i) for i in interfaces if i.class_name]
+    return "\n\n".join(
+        [
+            "// The binding of the requirements client SDK: its interfaces along their chain of\n"
+            "// parents, their identifiers, and a creator for each class. Written by\n"
+            "// tools/generate_tlb.py from src/server/tlb/Quorane_TLB.types.\n"
+            "//\n"
+            "// Every operation raises EOleSysError when the SDK or the server refuses it.\n"
+            "#pragma once",
+            '#include "server/tlb/Creator.h"\n#include "server/tlb/Dispatch.h"',
+            "namespace Quorane_TLB {",
+            f"inline constexpr Guid LIBID_{library.name}{guid(library.identifier)};\n"
+            f"inline constexpr int {library.name}MajorVersion = {library.version[0]};\n"
+            f"inline constexpr int {library.name}MinorVersion = {library.version[1]};",
+            "\n".join(f"class {i.name};" for i in interfaces),
+            "\n\n".join(interface_header(library, i) for i in interfaces),
+            "// Both functions of a creator raise EOleSysError when the class cannot be started\n"
+            "// (\"Class not registered\") or lacks the interface (\"Interface not supported\").\n"
+            + "\n".join(creators),
+            "} // namespace Quorane_TLB\n",
+        ]
+    )
+
+
+def source(library):
+    return "\n\n".join(
+        [
+            '#include "server/Quorane_TLB.h"\n#include "server/tlb/NamedCalls.h"',
+            "namespace Quorane_TLB {",
+            "\n\n".join(interface_source(i) for i in library.interfaces.values()),
+            "} // namespace Quorane_TLB\n",
+        ]
+    )
+
+
+def main():
+    if len(sys.argv) != 3:
+        sys.exit(__doc__)
+    folder = Path(sys.argv[2])
+    try:
+        library = parse(Path(sys.argv[1]))
+    except DescriptionError as error:
+        sys.exit(f"generate_tlb.py: {error}")
+    folder.mkdir(parents=True, exist_ok=True)
+    (folder / "Quorane_TLB.h").write_text(header(library), encoding="utf-8")
+    (folder / "Quorane_TLB.cpp").write_text(source(library), encoding="utf-8")
+
+
+if __name__ == "__main__":
+    main()
