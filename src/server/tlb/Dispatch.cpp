@@ -10,8 +10,7 @@ namespace {
 
 Variant InvokeOn(const Handle<IDispatch>& object, std::string_view name, InvokeKind kind,
                  std::vector<Variant> arguments) {
-    if (!object) throw EOleSysError("Object is empty.", StatusPointer);
-    return object->Invoke(name, kind, arguments);
+    return Require(object)->Invoke(name, kind, arguments);
 }
 
 } // namespace
@@ -20,6 +19,10 @@ IUnknown::~IUnknown() = default;
 
 void RaiseInterfaceNotSupported() {
     throw EConvertError("Interface not supported");
+}
+
+void RaiseEmptyHandle() {
+    throw EOleSysError("Object is empty.", StatusPointer);
 }
 
 Variant IDispatch::Invoke(std::string_view, InvokeKind, std::span<Variant>) {

@@ -26,6 +26,15 @@ public:
     virtual Variant Invoke(std::string_view name, InvokeKind kind, std::span<Variant> arguments);
 };
 
+[[noreturn]] void RaiseEmptyHandle();
+
+// Gives the handle back. Raises EOleSysError when it is empty, where a call through
+// it would otherwise end the program.
+template<class Interface> const Handle<Interface>& Require(const Handle<Interface>& object) {
+    if (!object) RaiseEmptyHandle();
+    return object;
+}
+
 // The common forms of Invoke. An empty handle raises EOleSysError.
 Variant CallByName(const Handle<IDispatch>& object, std::string_view name,
                    std::initializer_list<Variant> arguments = {});
