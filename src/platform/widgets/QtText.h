@@ -1,0 +1,21 @@
+// Conversions between the 8-bit text of the logic (UTF-8) and Qt's. For the
+// component layer and hosts only; logic never includes it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <QString>
+
+inline QString ToQt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+inline QString ToQt(std::u16string_view text) {
+    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+inline std::string FromQt(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
