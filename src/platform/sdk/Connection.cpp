@@ -1,0 +1,134 @@
+#include "platform/sdk/Connection.h"
+
+#include "platform/sdk/Failures.h"
+
+#include <cctype>
+
+namespace Sdk {
+
+namespace {
+
+constexpr auto CallLimit = std::chrono::seconds(30);
+constexpr auto RenewalLimit = std::chrono::seconds(5);
+
+// "ObjectLockedException: The requirement …" as the server's rules put it.
+bool IsRefusal(const std::string& message) {
+    const std::size_t colon = message.find(": ");
+    if (colon == std::string::npos) return false;
+    const std::string name = message.substr(0, colon);
+    for (const char letter : name)
+        if (!std::isalnum(static_cast<unsigned char>(letter)) && letter != '.' && letter != '_') return false;
+    return name.ends_with("Exception");
+}
+
+bool IsBroken(const grpc::Status& status) {
+    return status.error_code() == grpc::StatusCode::UNAVAILABLE && !IsRefusal(status.error_message());
+}
+
+[[noreturn]] void RaiseStatus(std::string_view request, const grpc::Status& status) {
+    const std::string& message = status.error_message();
+    switch (status.error_code()) {
+    case grpc::StatusCode::UNAUTHENTICATED:
+    case grpc::StatusCode::UNAVAILABLE:
+    case grpc::StatusCode::DEADLINE_EXCEEDED:
+    case grpc::StatusCode::CANCELLED:
+        RaiseLostConnection(message.empty() ? "The server does not answer." : message);
+    default:
+        if (IsRefusal(message)) RaiseFailure(message);
+        RaiseFailure("RemoteServerException: The request " + std::string(request) + " failed with status " +
+                     std::to_string(status.error_code()) + ": " + message);
+    }
+}
+
+} // namespace
+
+TConnection::TConnection(std::string host, TChannelFactory factory)
+    : FHost(std::move(host))
+    , FFactory(std::move(factory)) {}
+
+void TConnection::SetToken(std::string token) {
+    const std::lock_guard guard(FMutex);
+    FToken = std::move(token);
+}
+
+wire::LoginReply TConnection::LogOn(const wire::LoginRequest& request) {
+    if (!Connect())
+        RaiseFailure("RemoteServerException: The host \"" + FHost + "\" cannot be reached.",
+                     CodeServerUnavailable);
+    wire::LoginReply reply;
+    const grpc::Status status = RunOnce("Login", [&](TStub& stub, grpc::ClientContext& context) {
+        return stub.Login(&context, request, &reply);
+    });
+    if (status.ok()) return reply;
+    if (IsRefusal(status.error_message())) RaiseFailure(status.error_message());
+    RaiseFailure("RemoteServerException: The host \"" + FHost +
+                     "\" does not answer: " + status.error_message(),
+                 CodeServerUnavailable);
+}
+
+std::optional<wire::KeepAliveReply> TConnection::Renew() {
+    grpc::ClientContext context;
+    Prepare(context, RenewalLimit);
+    const std::shared_ptr<TStub> stub = Stub();
+    {
+        const std::lock_guard guard(FMutex);
+        if (!stub || FRenewalStopped) return std::nullopt;
+        FRenewal = &context;
+    }
+    wire::KeepAliveReply reply;
+    const grpc::Status status = stub->KeepAlive(&context, wire::KeepAliveRequest(), &reply);
+    const std::lock_guard guard(FMutex);
+    FRenewal = nullptr;
+    if (!status.ok()) return std::nullopt;
+    return reply;
+}
+
+void TConnection::StopRenewal() {
+    const std::lock_guard guard(FMutex);
+    FRenewalStopped = true;
+    if (FRenewal) FRenewal->TryCancel();
+}
+
+void TConnection::Run(std::string_view name, bool repeatable, const TAttempt& attempt) {
+    // A request on a channel that is known to be broken never leaves, so even one
+    // that must not be repeated may go to a new channel instead.
+    if (Broken() && !Connect()) RaiseLostConnection("The host \"" + FHost + "\" cannot be reached.");
+    grpc::Status status = RunOnce(name, attempt);
+    if (repeatable && IsBroken(status) && Connect()) status = RunOnce(name, attempt);
+    if (!status.ok()) RaiseStatus(name, status);
+}
+
+grpc::Status TConnection::RunOnce(std::string_view name, const TAttempt& attempt) {
+    TellRoundTrip(name);
+    grpc::ClientContext context;
+    Prepare(context, CallLimit);
+    return attempt(*Stub(), context);
+}
+
+bool TConnection::Connect() {
+    FChannel = FFactory(FHost);
+    std::shared_ptr<TStub> stub;
+    if (FChannel) stub = wire::RequirementsService::NewStub(FChannel);
+    const std::lock_guard guard(FMutex);
+    FStub = std::move(stub);
+    return FStub != nullptr;
+}
+
+bool TConnection::Broken() const {
+    if (!FChannel) return true;
+    const grpc_connectivity_state state = FChannel->GetState(false);
+    return state == GRPC_CHANNEL_SHUTDOWN || state == GRPC_CHANNEL_TRANSIENT_FAILURE;
+}
+
+void TConnection::Prepare(grpc::ClientContext& context, std::chrono::milliseconds limit) {
+    context.set_deadline(std::chrono::system_clock::now() + limit);
+    const std::lock_guard guard(FMutex);
+    if (!FToken.empty()) context.AddMetadata("quorane-token-bin", FToken);
+}
+
+std::shared_ptr<TConnection::TStub> TConnection::Stub() {
+    const std::lock_guard guard(FMutex);
+    return FStub;
+}
+
+} // namespace Sdk

@@ -1,0 +1,118 @@
+// The road to one server: the channel, the session token on every request, a time
+// limit on every call, and the one place where a failed call becomes an exception.
+#pragma once
+
+#include "platform/sdk/SdkCalls.h"
+#include "quorane.grpc.pb.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <grpcpp/grpcpp.h>
+
+namespace Sdk {
+
+namespace wire = ::quorane::wire;
+
+// Gives a channel to the server of that name, a new one when the one given before
+// has broken; empty when no such server can be reached. May raise Exception, whose
+// message then is the failure that the user sees. Called on the thread that uses
+// the SDK.
+using TChannelFactory = std::function<std::shared_ptr<grpc::Channel>(const std::string& host)>;
+
+class TConnection {
+public:
+    using TStub = wire::RequirementsService::Stub;
+    template<class Request, class Reply>
+    using TUnary = grpc::Status (TStub::*)(grpc::ClientContext*, const Request&, Reply*);
+
+    template<class Request, class Item>
+    using TStreaming = std::unique_ptr<grpc::ClientReader<Item>> (TStub::*)(grpc::ClientContext*,
+                                                                            const Request&);
+
+    TConnection(std::string host, TChannelFactory factory);
+
+    const std::string& Host() const { return FHost; }
+    // Goes with every request from now on; empty: with none.
+    void SetToken(std::string token);
+
+    // The logon. An unreachable host is a failure with "RemoteServerException" and
+    // without the mark of a lost connection.
+    wire::LoginReply LogOn(const wire::LoginRequest& request);
+
+    // A request that may reach the server twice without harm: after a broken
+    // connection it is sent once more on a new channel. Both raise EOleSysError.
+    template<class Request, class Reply>
+    Reply Ask(std::string_view name, TUnary<Request, Reply> method, const Request& request) {
+        return Unary(name, method, request, true);
+    }
+
+    // A request that must not reach the server twice.
+    template<class Request, class Reply>
+    Reply Tell(std::string_view name, TUnary<Request, Reply> method, const Request& request) {
+        return Unary(name, method, request, false);
+    }
+
+    // A request whose answer is a stream; gives all of it.
+    template<class Request, class Item>
+    std::vector<Item> AskStream(std::string_view name, TStreaming<Request, Item> method,
+                                const Request& request) {
+        std::vector<Item> items;
+        Run(name, true, [&](TStub& stub, grpc::ClientContext& context) {
+            items.clear();
+            const auto reader = (stub.*method)(&context, request);
+            for (Item item; reader->Read(&item);)
+                items.push_back(std::move(item));
+            return reader->Finish();
+        });
+        return items;
+    }
+
+    // The one call for another thread: the lease keeper's. Neither reconnects nor
+    // raises nor is told to observers. StopRenewal, from any thread, ends the one
+    // that is running and every later one.
+    std::optional<wire::KeepAliveReply> Renew();
+    void StopRenewal();
+
+private:
+    using TAttempt = std::function<grpc::Status(TStub&, grpc::ClientContext&)>;
+
+    template<class Request, class Reply>
+    Reply Unary(std::string_view name, TUnary<Request, Reply> method, const Request& request,
+                bool repeatable) {
+        Reply reply;
+        Run(name, repeatable, [&](TStub& stub, grpc::ClientContext& context) {
+            reply.Clear();
+            return (stub.*method)(&context, request, &reply);
+        });
+        return reply;
+    }
+
+    void Run(std::string_view name, bool repeatable, const TAttempt& attempt);
+    grpc::Status RunOnce(std::string_view name, const TAttempt& attempt);
+    // Makes the channel anew; gives false when the server cannot be reached.
+    bool Connect();
+    bool Broken() const;
+    void Prepare(grpc::ClientContext& context, std::chrono::milliseconds limit);
+    std::shared_ptr<TStub> Stub();
+
+    const std::string FHost;
+    const TChannelFactory FFactory;
+    std::shared_ptr<grpc::Channel> FChannel;
+
+    // What the lease keeper's thread uses too.
+    std::mutex FMutex;
+    std::shared_ptr<TStub> FStub;
+    std::string FToken;
+    grpc::ClientContext* FRenewal = nullptr;
+    bool FRenewalStopped = false;
+};
+
+} // namespace Sdk

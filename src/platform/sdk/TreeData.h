@@ -1,0 +1,73 @@
+// The client's copy of one baseline's requirement tree, as far as it has been read:
+// a branch at a time, in the order of the server. A node stands for the same object
+// as long as the tree lives, so what is read anew shows in every handle on it.
+#pragma once
+
+#include "platform/sdk/Connection.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace Sdk {
+
+class TTreeData {
+public:
+    static constexpr int None = -1;
+    static constexpr int Root = 0;
+
+    explicit TTreeData(std::int32_t baselineId);
+
+    std::int32_t BaselineId() const { return FBaselineId; }
+
+    // Node numbers are places in this tree, given by the operations here.
+    const wire::Node& Node(int node) const { return FNodes[node].Data; }
+    int Parent(int node) const { return FNodes[node].Parent; }
+    // What the root is called and how many children it has comes with them.
+    bool RootIsKnown() const { return FRootIsKnown; }
+
+    // Each reads from the server what is not here yet: one round trip, or none.
+    const std::vector<int>& Children(TConnection& connection, int node);
+    // Asks the server; None when the subtree of `under` has no such object.
+    int Find(TConnection& connection, int under, std::int32_t id);
+
+    // The next look at any children goes to the server. Moves that were not saved
+    // are dropped.
+    void Forget();
+
+    // Both change this copy alone; Save tells the server. They raise when the child
+    // does not stand where it must.
+    void MoveChild(TConnection& connection, int parent, std::int32_t childId, int position);
+    void AddChild(TConnection& connection, int parent, int child);
+    // Moves that the server refuses are dropped with those behind them, and the
+    // branches are read anew at the next look.
+    void Save(TConnection& connection);
+
+private:
+    struct TNode {
+        wire::Node Data;
+        int Parent = None;
+        int LoadedIn = 0;
+        std::vector<int> Children;
+    };
+
+    int Put(wire::Node&& data, int parent);
+    void Load(TConnection& connection, int node);
+    void LoadRoot(TConnection& connection);
+    void SetChildren(int node, std::vector<int> children);
+    bool IsWithin(int node, int ancestor) const;
+    void Unload(int node) { FNodes[node].LoadedIn = 0; }
+
+    const std::int32_t FBaselineId;
+    std::deque<TNode> FNodes;
+    std::unordered_map<std::int32_t, int> FPlaces;
+    bool FRootIsKnown = false;
+    // Children that were read in an earlier generation count as not read.
+    int FGeneration = 1;
+    std::vector<std::function<void(TConnection&)>> FUnsaved;
+};
+
+} // namespace Sdk
