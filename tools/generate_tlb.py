@@ -3,8 +3,9 @@
 
 Usage: generate_tlb.py DESCRIPTION OUTPUT_FOLDER
 
-Writes Quorane_TLB.h (interfaces, identifiers, creators) and Quorane_TLB.cpp
-(the table of calls by name). A description that contradicts itself is refused with
+Writes Quorane_TLB.h (interfaces, identifiers, creators), Quorane_TLB.cpp (the calls by
+name, the table of interfaces) and Quorane_TLB_Mock.h (a mock of each interface, for
+tests). A description that contradicts itself is refused with
 the number of the line.
 """
 
@@ -73,6 +74,17 @@ class Library:
         while interface.parent:
             interface = self.interfaces[interface.parent]
             yield interface
+
+    def inherited(self, interface):
+        """The names of the operations that the interface repeats, each with its parent."""
+        above = {op.name: parent.name for parent in self.chain(interface) for op in parent.operations}
+        return {op.name: above[op.name] for op in interface.operations if op.name in above}
+
+    def repeated_below(self, interface):
+        """The names of the interface's operations that one derived from it repeats."""
+        below = [self.inherited(other) for other in self.interfaces.values()]
+        names = (name for found in below for name, parent in found.items() if parent == interface.name)
+        return list(dict.fromkeys(names))
 
     def is_type(self, name):
         return name in PLAIN_TYPES or name in self.interfaces
@@ -192,9 +204,7 @@ def interface_header(library, interface):
     lines.append(f"    static constexpr Guid IID{guid(interface.identifier)};")
     if interface.class_name:
         lines.append(f"    static constexpr Guid ClassID{guid(next_identifier(interface.identifier))};")
-    inherited = {op.name: parent.name for parent in library.chain(interface) for op in parent.operations}
-    for name in dict.fromkeys(op.name for op in interface.operations if op.name in inherited):
-        lines.append(f"    using {inherited[name]}::{name};")
+    lines += [f"    using {parent}::{name};" for name, parent in library.inherited(interface).items()]
     lines += [declaration(operation) for operation in interface.operations]
     lines.append("    Variant Invoke(std::string_view name, InvokeKind kind, std::span<Variant> arguments) override;")
     lines.append("};")
@@ -257,6 +267,58 @@ def interface_source(interface):
     )
 
 
+def table_row(interface):
+    parent = interface.parent or ""
+    class_id = f"{interface.name}::ClassID" if interface.class_name else "Guid{}"
+    return (
+        f'        {{"{interface.name}", "{parent}", {interface.name}::IID, '
+        f'"{interface.class_name or ""}", {class_id}}},'
+    )
+
+
+def interface_table(library):
+    rows = "\n".join(table_row(interface) for interface in library.interfaces.values())
+    return (
+        "std::span<const TInterfaceEntry> InterfaceTable() {\n"
+        f"    static constexpr TInterfaceEntry table[] = {{\n{rows}\n    }};\n"
+        "    return table;\n}"
+    )
+
+
+def mock_method(operation):
+    result = cpp_type(operation.result) if operation.result else "void"
+    arguments = ", ".join(cpp_argument(argument) for argument in operation.arguments)
+    return f"    MOCK_METHOD({result}, {operation.name}, ({arguments}), (override));"
+
+
+def mock(library, interface):
+    name = f"TMockOf{interface.name}"
+    base = f"TMockOf{interface.parent}<Interface>" if interface.parent else "Interface"
+    lines = ["template<class Interface>", f"class {name} : public {base} {{", "public:"]
+    lines += [f"    using {base}::{hidden};" for hidden in library.repeated_below(interface)]
+    for hidden in library.inherited(interface):
+        lines.append(f"    using {base}::{hidden};")
+        lines.append(f"    using {base}::gmock_{hidden};")
+    lines += [mock_method(operation) for operation in interface.operations]
+    lines += ["};", f"using TMock{interface.name[1:]} = {name}<{interface.name}>;"]
+    return "\n".join(lines)
+
+
+def mock_header(library):
+    return "\n\n".join(
+        [
+            "// A mock of each interface of the binding, parents included: TMockRequirement\n"
+            "// stands in for IRequirement. A call by name arrives at the mocked operation.\n"
+            "#pragma once",
+            "#include <gmock/gmock.h>",
+            '#include "server/Quorane_TLB.h"',
+            "namespace Quorane_TLB {",
+            "\n\n".join(mock(library, i) for i in library.interfaces.values()),
+            "} // namespace Quorane_TLB\n",
+        ]
+    )
+
+
 def header(library):
     interfaces = list(library.interfaces.values())
     creators = [creator_header(i) for i in interfaces if i.class_name]
@@ -286,9 +348,11 @@ def header(library):
 def source(library):
     return "\n\n".join(
         [
-            '#include "server/Quorane_TLB.h"\n#include "server/tlb/NamedCalls.h"',
+            '#include "server/Quorane_TLB.h"\n#include "server/tlb/InterfaceTable.h"\n'
+            '#include "server/tlb/NamedCalls.h"',
             "namespace Quorane_TLB {",
             "\n\n".join(interface_source(i) for i in library.interfaces.values()),
+            interface_table(library),
             "} // namespace Quorane_TLB\n",
         ]
     )
@@ -305,6 +369,7 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     (folder / "Quorane_TLB.h").write_text(header(library), encoding="utf-8")
     (folder / "Quorane_TLB.cpp").write_text(source(library), encoding="utf-8")
+    (folder / "Quorane_TLB_Mock.h").write_text(mock_header(library), encoding="utf-8")
 
 
 if __name__ == "__main__":

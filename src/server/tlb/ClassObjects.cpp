@@ -2,6 +2,7 @@
 
 #include "contracts/Exceptions.h"
 #include "server/tlb/Creator.h"
+#include "server/tlb/InterfaceTable.h"
 #include "server/tlb/StatusCodes.h"
 
 namespace Quorane_TLB {
@@ -10,6 +11,13 @@ namespace {
 TClassObjectProvider& Provider() {
     static TClassObjectProvider provider;
     return provider;
+}
+
+std::string ClassLabel(const Guid& classId) {
+    for (const TInterfaceEntry& entry : InterfaceTable())
+        if (!entry.ClassName.empty() && entry.ClassId == classId)
+            return std::string(entry.ClassName) + " " + GuidToString(classId);
+    return GuidToString(classId);
 }
 
 } // namespace
@@ -21,9 +29,7 @@ void SetClassObjectProvider(TClassObjectProvider provider) {
 Handle<IDispatch> StartClass(const Guid& classId, const std::string& machine) {
     Handle<IDispatch> object;
     if (Provider()) object = Provider()(classId, machine);
-    if (!object)
-        throw EOleSysError("Class not registered, ClassID: " + GuidToString(classId),
-                           StatusClassNotRegistered);
+    if (!object) throw EOleSysError("Class not registered: " + ClassLabel(classId), StatusClassNotRegistered);
     return object;
 }
 
