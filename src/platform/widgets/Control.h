@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include <QEvent>
 #include <QObject>
 #include <QWidget>
 
