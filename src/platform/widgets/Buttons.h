@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include <QFrame>
 #include <QPushButton>
 #include <QToolButton>
 
