@@ -4,13 +4,13 @@
 #pragma once
 
 #include <exception>
-#include <memory>
 #include <utility>
 
-namespace Quorane_TLB {
-class IBaseline;
-class IRequirement;
-} // namespace Quorane_TLB
+#include "server/Quorane_TLB.h"
+
+class TComboBox;
+class TControl;
+class TWinControl;
 
 // The requirement on show and the one gate that every edit passes.
 class TRequirementContext {
@@ -23,11 +23,11 @@ public:
     // True while the program fills the frames; every change handler then does nothing.
     bool ShowingRequirementInfo = false;
     // The baseline on show; empty before the first one is selected.
-    std::shared_ptr<Quorane_TLB::IBaseline> CurrentBaseline;
+    Quorane_TLB::Handle<Quorane_TLB::IBaseline> CurrentBaseline;
     // True while the custom tabs are rebuilt; attribute widgets then write nothing.
     bool CreatingCustomTabs = false;
     // Empty while the selection is not on a requirement.
-    std::shared_ptr<Quorane_TLB::IRequirement> CurrentRequirement;
+    Quorane_TLB::Handle<Quorane_TLB::IRequirement> CurrentRequirement;
 
     // Takes the server's edit lock on CurrentRequirement unless it is held already.
     // Every edit calls it before it writes. Raises when the lock is refused: nothing
@@ -40,6 +40,17 @@ public:
 
     // Reads the tree node of the current requirement again and shows its state image.
     virtual void UpdateCurrentRequirementStateImage() = 0;
+
+    // Makes a control usable or not, with the colour that goes with it.
+    static void EnableDisableControl(bool enabled, TWinControl& control);
+
+    // Puts the entries of a list value into a drop-down list, each text once, and
+    // selects the value's entry; selects nothing when the value is null.
+    static void FillUDAList(TComboBox& list, const Quorane_TLB::Handle<Quorane_TLB::IUDAListValue>& value);
+
+    // Shares the height of the parent between two controls that stand one above the
+    // other; first keeps its top, and gap pixels stay between them.
+    static void ResizeEqually(TControl& first, TControl& second, int gap);
 };
 
 // Positions of the fixed tabs in pgcRequirement; custom tabs come behind them.
@@ -87,4 +98,14 @@ template<class TBody> void GuardServerCalls(TBody&& body) {
     } catch (const std::exception& failure) {
         frmQuoraneMain->HandleSDKException(failure);
     }
+}
+
+// The steps that the change handlers of all frames share: a fill is no edit, and
+// nothing is written without the lock.
+template<class TWrite> void ChangeRequirement(TWrite&& write) {
+    GuardServerCalls([&] {
+        if (GUIHelpers->ShowingRequirementInfo) return;
+        GUIHelpers->LockCurrentRequirement();
+        std::forward<TWrite>(write)();
+    });
 }

@@ -23,3 +23,72 @@ inline constexpr char SNotLoggedOn[] = "Not logged on to a Quorane server";
 
 // Containers
 inline constexpr char SNotARequirementNode[] = "Not a requirement node!";
+
+// Details frame
+inline constexpr char SRequirementName[] = "Requirement &Name:";
+inline constexpr char SRequirementTagID[] = "Requirement &Tag/Id:";
+inline constexpr char SRequirementVersion[] = "Requirement &Version:";
+inline constexpr char SRequirementStatus[] = "&Status:";
+inline constexpr char SRequirementPriority[] = "&Priority";
+inline constexpr char SRequirementOwner[] = "&Owner:";
+inline constexpr char SNewRequirementMark[] = "-NEW";
+
+// Validation frame
+inline constexpr char SValidationProcedure[] = "Validation Procedure:";
+
+// History frame
+inline constexpr char SHistoryRevisions[] = "Revisions";
+inline constexpr char SHistoryRevision[] = "Rev #";
+inline constexpr char SHistoryDate[] = "Date/Time";
+inline constexpr char SHistoryChangedBy[] = "Changed by";
+inline constexpr char SHistoryComment[] = "Comment";
+inline constexpr char SHistoryChanges[] = "Changes of the revision";
+inline constexpr char SHistoryAttribute[] = "Attribute";
+inline constexpr char SHistoryChangedFrom[] = "Changed from";
+inline constexpr char SHistoryChangedTo[] = "Changed to";
+
+// Discussion frame
+inline constexpr char SDiscussionPostNew[] = "Post New...";
+inline constexpr char SDiscussionPostReply[] = "Reply...";
+inline constexpr char SDiscussionRefresh[] = "Refresh";
+inline constexpr char SDiscussionMessages[] = "Messages";
+inline constexpr char SDiscussionSubject[] = "Subject";
+inline constexpr char SDiscussionFrom[] = "From";
+inline constexpr char SDiscussionDate[] = "Date";
+inline constexpr char SDiscussionText[] = "Text of the message";
+
+// Message dialog
+inline constexpr char SNewMessageCaption[] = "New Message";
+inline constexpr char SReplyMessageCaption[] = "New Reply Message";
+inline constexpr char SReplyPrefix[] = "Re: ";
+inline constexpr char SMessageFileMenu[] = "&File";
+inline constexpr char SMessageEditMenu[] = "&Edit";
+inline constexpr char SPostMessage[] = "&Post Message";
+inline constexpr char SMessageRequirement[] = "Requirement:";
+inline constexpr char SMessageSubject[] = "Subject:";
+inline constexpr char SMessageBody[] = "Message text";
+inline constexpr char SEditCut[] = "Cu&t";
+inline constexpr char SEditCopy[] = "&Copy";
+inline constexpr char SEditPaste[] = "&Paste";
+inline constexpr char SEditSelectAll[] = "Select &All";
+inline constexpr char SEditUndo[] = "&Undo";
+inline constexpr char SEditDelete[] = "&Delete";
+
+// Responsibilities frame
+inline constexpr char SProjectGroupMembers[] = "Project Groups and Members:";
+
+// References frame
+inline constexpr char SNewTextReference[] = "New &Text";
+inline constexpr char SNewWebReference[] = "New &Web";
+inline constexpr char SRemoveReference[] = "&Remove";
+inline constexpr char SRemoveReferenceHint[] = "Remove Reference";
+inline constexpr char SReferences[] = "References";
+inline constexpr char SReferenceFile[] = "File";
+inline constexpr char SReferenceDescription[] = "Description";
+inline constexpr char SReferenceText[] = "Text of the reference";
+inline constexpr char SRemoveKeyReferenceQuestion[] =
+    "The selected reference is a key reference. Are you sure you want to delete it?";
+inline constexpr char SRemoveReferenceQuestion[] = "Are you sure you want to remove selected reference?";
+inline constexpr char SMessageCaption[] = "Quorane";
+inline constexpr char SMemoForTextAndWebOnly[] =
+    "IllegalStateException: Memo should be enabled only for text and web references";
