@@ -17,4 +17,9 @@ using TClassObjectProvider =
 // Replaces the provider; an empty one takes it away.
 void SetClassObjectProvider(TClassObjectProvider provider);
 
+// The one function that the SDK's library exports, by this name: what a provider gives
+// goes into object. It may raise.
+inline constexpr const char* SdkEntryName = "QuoraneClassObject";
+using TSdkEntry = void (*)(const Guid& classId, const std::string& machine, Handle<IDispatch>& object);
+
 } // namespace Quorane_TLB
