@@ -144,11 +144,13 @@ TEST_F(LoginTest, LogsOutAndDeletesItsFileWhenItGoes) {
     const std::string file = object->DescriptionFileName();
     EXPECT_NE(file, Object.DescriptionFileName());
     EXPECT_TRUE(file.ends_with(".html"));
-    System.Files = {file, "/tmp/other.html"};
+    WriteFile(file, "<html/>");
+    WriteFile(Object.DescriptionFileName(), "<html/>");
     object->Login("dev7", "ben", "secret");
     EXPECT_CALL(*Session, logout()).WillOnce(Throw(ServerFailure("gone")));
     object.reset();
-    EXPECT_EQ(System.Files, std::vector<std::string>{"/tmp/other.html"});
+    EXPECT_FALSE(System.FileExists(file));
+    EXPECT_TRUE(System.FileExists(Object.DescriptionFileName()));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
-#include "platform/widgets/Application.h"
 #include "server/ServerFixture.h"
 #include "server/UQuoraneLogonForm.h"
+#include "support/ScriptedDialogs.h"
 
 using namespace Quorane_TLB;
 using testing::_;
@@ -9,26 +9,8 @@ using testing::Throw;
 
 namespace {
 
-const std::string Key = "Software\\Vantrel\\Quorane\\connection";
-
-// Writes down what the standard error box shows; every other dialog is unexpected.
-class TErrorBox : public IDialogs {
-public:
-    TErrorBox() { Application().SetDialogs(this); }
-    ~TErrorBox() override { Application().SetDialogs(nullptr); }
-
-    TMessageResult ShowMessage(const TMessage& message) override {
-        ADD_FAILURE() << message.Text;
-        return TMessageResult::Cancel;
-    }
-    void ShowError(const std::string& text) override { Texts.push_back(text); }
-    std::optional<std::string> OpenFile(const TFileQuestion&) override { return {}; }
-    std::optional<std::string> OpenPicture(const TFileQuestion&) override { return {}; }
-    std::optional<std::string> SaveFile(const TFileQuestion&) override { return {}; }
-    std::optional<TColor> PickColor(TColor) override { return {}; }
-
-    std::vector<std::string> Texts;
-};
+const std::pair<std::string, std::string> UserSetting{"Software\\Vantrel\\Quorane\\connection", "username"};
+const std::pair<std::string, std::string> ServerSetting{"Software\\Vantrel\\Quorane\\connection", "server"};
 
 class LogonFormTest : public TServerTest {
 protected:
@@ -51,12 +33,12 @@ protected:
         form.btnOk.Click();
     }
 
-    TErrorBox Errors;
+    TScriptedDialogs Dialogs;
 };
 
 TEST_F(LogonFormTest, OffersTheLastServerAndUserButNoPassword) {
-    System.UserSettings[Key + "|server"] = "dev7";
-    System.UserSettings[Key + "|username"] = "ben";
+    System.UserSettings[ServerSetting] = "dev7";
+    System.UserSettings[UserSetting] = "ben";
     const TModalResult result = ShowAnd([](TfrmQuoraneLogon& form) {
         EXPECT_EQ(form.edtHost.Text(), "dev7");
         EXPECT_EQ(form.edtUser.Text(), "ben");
@@ -67,12 +49,13 @@ TEST_F(LogonFormTest, OffersTheLastServerAndUserButNoPassword) {
     EXPECT_EQ(result, TModalResult::Cancel);
 }
 
-TEST_F(LogonFormTest, LogsOnAndRemembersUserThenServer) {
+TEST_F(LogonFormTest, LogsOnAndRemembersServerAndUserButNoPassword) {
     EXPECT_CALL(*Server, login(std::u16string(u"ben"), std::u16string(u"secret"))).WillOnce(Return(Session));
     const TModalResult result = ShowAnd([](TfrmQuoraneLogon& form) { Enter(form, "secret"); });
     EXPECT_EQ(result, TModalResult::Ok);
     EXPECT_TRUE(QuoraneSession->IsLoggedIn());
-    EXPECT_EQ(System.Writes, (std::vector<std::string>{"username=ben", "server=dev7"}));
+    EXPECT_EQ(System.UserSettings, (std::map<std::pair<std::string, std::string>, std::string>{
+                                       {UserSetting, "ben"}, {ServerSetting, "dev7"}}));
 }
 
 TEST_F(LogonFormTest, StaysOpenAfterARefusalAndStoresNothing) {
@@ -81,15 +64,13 @@ TEST_F(LogonFormTest, StaysOpenAfterARefusalAndStoresNothing) {
         .WillOnce(Return(Session));
     const TModalResult result = ShowAnd([&](TfrmQuoraneLogon& form) {
         Enter(form, "wrong");
-        EXPECT_EQ(Errors.Texts, std::vector<std::string>{"Invalid Login"});
+        EXPECT_EQ(Dialogs.TakeErrors(), std::vector<std::string>{"Invalid Login"});
         EXPECT_EQ(form.ModalResult(), TModalResult::None);
         EXPECT_EQ(form.edtPassword.Text(), "wrong");
-        EXPECT_TRUE(System.Writes.empty());
+        EXPECT_TRUE(System.UserSettings.empty());
         Enter(form, "secret");
     });
     EXPECT_EQ(result, TModalResult::Ok);
-    for (const std::string& written : System.Writes)
-        EXPECT_EQ(written.find("secret"), std::string::npos);
 }
 
 TEST_F(LogonFormTest, SendsEmptyEntriesToTheServer) {
@@ -103,7 +84,6 @@ TEST_F(LogonFormTest, ReplacesTheSessionOfAnEarlierLogon) {
     EXPECT_CALL(*Session, logout()).Times(1);
     ShowAnd([](TfrmQuoraneLogon& form) { form.btnCancel.Click(); });
     EXPECT_FALSE(QuoraneSession->IsLoggedIn());
-    EXPECT_EQ(System.Writes.size(), 2U);
 }
 
 } // namespace

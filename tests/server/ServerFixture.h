@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "server/FakeBinding.h"
-#include "server/FakeSystem.h"
 #include "server/UQuoraneSession.h"
+#include "support/FakeSystemServices.h"
 
 class TServerTest : public testing::Test {
 protected:
@@ -21,7 +21,7 @@ protected:
         ON_CALL(*Server, Get_ServerVersion()).WillByDefault(Return(u"7.1"));
     }
 
-    TFakeSystem System;
+    TFakeSystemServices System;
     TFakeClasses Classes;
     std::shared_ptr<testing::NiceMock<Quorane_TLB::TMockQuoraneServerFactory>> ServerFactory =
         MakeMock<Quorane_TLB::TMockQuoraneServerFactory>();

@@ -120,7 +120,7 @@ protected:
         ON_CALL(*Machine, Get_Version()).WillByDefault(Return(u"17.0.8"));
     }
 
-    TFakeSystem System;
+    TFakeSystemServices System;
     TFakeClasses Classes;
     std::shared_ptr<testing::NiceMock<TMockStInitializer>> Initializer = MakeMock<TMockStInitializer>();
     std::shared_ptr<testing::NiceMock<TMockStComWrapperVersionInfo>> Sdk =
@@ -130,8 +130,8 @@ protected:
 };
 
 TEST_F(EnvironmentTest, IsDescribedInTwoLines) {
-    System.Libraries["{10430000-72AE-11D5-B316-0800309CC2CE}"] = "/opt/quorane/sdk.tlb";
-    System.Versions["/opt/quorane/sdk.tlb"] = "5.0.2.118";
+    System.TypeLibraries["{10430000-72AE-11D5-B316-0800309CC2CE}"] = "/opt/quorane/sdk.tlb";
+    System.FileVersions["/opt/quorane/sdk.tlb"] = "5.0.2.118";
     EXPECT_EQ(TQuoraneSession::EnvironmentDescription(),
               "Quorane SDK Version: 5.0.2 (5.0.2.118)\r\nJava Version: 17.0.8");
 }
@@ -149,9 +149,9 @@ TEST_F(EnvironmentTest, FailsWhereTheSdkCannotBeUsed) {
 }
 
 TEST(EstimatingTool, LiesBesideTheDesktopClient) {
-    TFakeSystem system;
+    TFakeSystemServices system;
     EXPECT_EQ(TQuoraneSession::TallyworksExecutable(), "Quorane Tallyworks Pluggin.EXE");
-    system.MachineSettings["SOFTWARE\\Vantrel\\Quorane|Quorane_EXE"] = "/opt/quorane/bin/client";
+    system.MachineSettings[{"SOFTWARE\\Vantrel\\Quorane", "Quorane_EXE"}] = "/opt/quorane/bin/client";
     EXPECT_EQ(TQuoraneSession::TallyworksExecutable(), "/opt/quorane/bin/Quorane Tallyworks Pluggin.EXE");
 }
 

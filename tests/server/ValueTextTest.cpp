@@ -1,6 +1,6 @@
 #include "server/FakeBinding.h"
-#include "server/FakeSystem.h"
 #include "server/UQuoraneStHelpers.h"
+#include "support/FakeSystemServices.h"
 
 #include <gtest/gtest.h>
 
@@ -28,7 +28,7 @@ Handle<IUDAListValue> ListValue(const Handle<IStCollection>& entries) {
 }
 
 TEST(AttributeValueText, FollowsTheKindOfTheValue) {
-    const TFakeSystem system;
+    const TFakeSystemServices system;
     const std::vector<std::pair<Handle<IAttributeValue>, std::string>> rows = {
         {Holding<TMockUDABooleanValue>(WordTrue), "-1"},
         {Holding<TMockUDABooleanValue>(WordFalse), "0"},

@@ -61,7 +61,8 @@ public:
     double Now() override { return Today; }
 
 private:
-    template<class TKey, class TIndex> static std::string Value(const TKey& values, const TIndex& index) {
+    template<class TMap>
+    static std::string Value(const TMap& values, const typename TMap::key_type& index) {
         const auto found = values.find(index);
         return found == values.end() ? std::string() : found->second;
     }

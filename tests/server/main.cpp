@@ -1,9 +1,0 @@
-#include <QApplication>
-
-#include <gmock/gmock.h>
-
-int main(int argc, char** argv) {
-    const QApplication application(argc, argv);
-    testing::InitGoogleMock(&argc, argv);
-    return RUN_ALL_TESTS();
-}
