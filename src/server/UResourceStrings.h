@@ -92,3 +92,9 @@ inline constexpr char SRemoveReferenceQuestion[] = "Are you sure you want to rem
 inline constexpr char SMessageCaption[] = "Quorane";
 inline constexpr char SMemoForTextAndWebOnly[] =
     "IllegalStateException: Memo should be enabled only for text and web references";
+
+// Description frame
+inline constexpr char SDescription[] = "Description";
+inline constexpr char SOpenLinkQuestion[] = "Open this address outside?\n";
+inline constexpr char SUnknownReferenceKind[] =
+    "IllegalStateException: DocumentRefernce can be only of 3 types (Web, File and Text).";
