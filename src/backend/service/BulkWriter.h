@@ -10,12 +10,14 @@
 // is lost then, and the writer must be thrown away.
 #pragma once
 
+#include "backend/service/Changes.h"
+#include "backend/service/Refusal.h"
+#include "backend/store/Database.h"
 #include "backend/store/Model.h"
 
 #include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,41 +47,6 @@ struct NewRequirementType {
     std::string Description;
     std::vector<std::string> StatusEntries = {"Draft", "Review", "Accepted", "Rejected"};
     std::vector<std::string> PriorityEntries = {"Low", "Medium", "High"};
-};
-
-struct NewRequirement {
-    ObjectId ProjectId = 0;
-    ObjectId TypeId = 0;   // of a first-level requirement
-    ObjectId ParentId = 0; // or the requirement that it goes under, as its last child
-    std::string Name;
-    std::string Description; // well-formed HTML
-    std::string Validation;
-    ObjectId OwnerId = 0;
-    int StatusIndex = 0;                // -1: none chosen
-    int PriorityIndex = 0;              // -1: none chosen
-    std::vector<AttributeValue> Values; // others hold their attribute's default
-    std::vector<DocumentReference> References;
-    std::vector<Assignment> Responsible;
-};
-
-// Who wrote something and when. Comment belongs to the history.
-struct Revision {
-    ObjectId UserId = 0;
-    Instant Date = 0;
-    std::string Comment;
-};
-
-// What a save changes; what is absent stays.
-struct RequirementChange {
-    std::optional<std::string> Name;
-    std::optional<std::string> Description;
-    std::optional<std::string> Validation;
-    std::optional<ObjectId> OwnerId;
-    std::optional<int> StatusIndex;
-    std::optional<int> PriorityIndex;
-    std::vector<AttributeValue> Values;
-    std::optional<std::vector<DocumentReference>> References;
-    std::optional<std::vector<Assignment>> Responsible;
 };
 
 struct NewMessage {
