@@ -4,8 +4,8 @@
 Usage: generate_tlb.py DESCRIPTION OUTPUT_FOLDER
 
 Writes Quorane_TLB.h (interfaces, identifiers, creators), Quorane_TLB.cpp (the calls by
-name, the table of interfaces) and Quorane_TLB_Mock.h (a mock of each interface, for
-tests). A description that contradicts itself is refused with
+name, the table of interfaces), Quorane_TLB_Components.h (the component classes) and
+Quorane_TLB_Mock.h (a mock of each interface, for tests). A description that contradicts itself is refused with
 the number of the line.
 """
 
@@ -27,7 +27,7 @@ PLAIN_TYPES = {
 PASSED_BY_VALUE = {"flag", "int", "date", "float"}
 
 LIBRARY = re.compile(r"library (\w+) \{([0-9A-F-]{36})\} version (\d+)\.(\d+)$")
-INTERFACE = re.compile(r"interface (\w+)(?: : (\w+))? \{([0-9A-F-]+)\}(?: (no class)| class (\w+))?$")
+INTERFACE = re.compile(r"interface (\w+)(?: : (\w+))? \{([0-9A-F-]+)\}(?: (no class)| class (\w+))?( component)?$")
 OPERATION = re.compile(r"(\w+)\((.*)\)(?: -> (\w+)(\?)?(?: of (\w+))?)?$")
 ARGUMENT = re.compile(r"(out )?(\w+): (\w+)(?: of (\w+))?$")
 
@@ -59,6 +59,7 @@ class Interface:
     parent: str | None
     identifier: str
     class_name: str | None
+    has_component: bool
     operations: list[Operation] = field(default_factory=list)
 
 
@@ -115,7 +116,7 @@ def parse_interface(line, library):
     match = INTERFACE.match(line)
     if not match:
         raise DescriptionError(f"cannot read the interface '{line}'")
-    name, parent, identifier, without_class, class_name = match.groups()
+    name, parent, identifier, without_class, class_name, component = match.groups()
     if name in library.interfaces:
         raise DescriptionError(f"{name} stands twice")
     if parent and parent not in library.interfaces:
@@ -126,7 +127,7 @@ def parse_interface(line, library):
         class_name = None
     elif not class_name:
         class_name = name[1:]
-    return Interface(name, parent, identifier, class_name)
+    return Interface(name, parent, identifier, class_name, bool(component))
 
 
 def parse(path):
@@ -144,10 +145,14 @@ def parse(path):
             elif line.startswith("interface "):
                 current = parse_interface(line, library)
                 library.interfaces[current.name] = current
+            elif not current:
+                raise DescriptionError("an operation stands before the first interface")
             else:
                 current.operations.append(parse_operation(line))
         except DescriptionError as error:
             raise DescriptionError(f"{path}:{number}: {error}") from None
+    if not library:
+        raise DescriptionError(f"{path}: there is no library line")
     check(library)
     return library
 
@@ -319,6 +324,44 @@ def mock_header(library):
     )
 
 
+def component_member(operation):
+    result = cpp_type(operation.result) if operation.result else "void"
+    arguments = ", ".join(cpp_argument(argument) for argument in operation.arguments)
+    passed = ", ".join(argument.name for argument in operation.arguments)
+    # A property with a variant index has no typed way through a component.
+    if named(operation)[1] == "PropertyGet" and operation.arguments:
+        call = f'GetByName(GetDefaultInterface(), "{named(operation)[0]}", {{{passed}}})'
+    else:
+        call = f"GetDefaultInterface()->{operation.name}({passed})"
+    return f"    {result} {operation.name}({arguments}) {{ {'return ' if operation.result else ''}{call}; }}"
+
+
+def component(library, interface):
+    parents = list(library.chain(interface))[::-1]
+    operations = [op for holder in parents + [interface] for op in holder.operations]
+    lines = [f"class T{interface.class_name} : public TServerComponent<{interface.name}> {{", "public:"]
+    lines += [component_member(operation) for operation in operations]
+    return "\n".join(lines + ["};"])
+
+
+def components_header(library):
+    interfaces = library.interfaces.values()
+    return "\n\n".join(
+        [
+            "// A component for each factory and statics of the binding, and for its collections\n"
+            "// and its start, by which a form can hold an SDK object; and the dispatch twin of\n"
+            "// each interface. Generated with Quorane_TLB.h.\n"
+            "#pragma once",
+            '#include "server/Quorane_TLB.h"\n#include "server/tlb/ServerComponent.h"',
+            "namespace Quorane_TLB {",
+            "\n\n".join(component(library, i) for i in interfaces if i.has_component),
+            "// Every interface can be called by name, so each is its own twin.\n"
+            + "\n".join(f"using {i.name}Disp = {i.name};" for i in interfaces),
+            "} // namespace Quorane_TLB\n",
+        ]
+    )
+
+
 def header(library):
     interfaces = list(library.interfaces.values())
     creators = [creator_header(i) for i in interfaces if i.class_name]
@@ -369,6 +412,7 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     (folder / "Quorane_TLB.h").write_text(header(library), encoding="utf-8")
     (folder / "Quorane_TLB.cpp").write_text(source(library), encoding="utf-8")
+    (folder / "Quorane_TLB_Components.h").write_text(components_header(library), encoding="utf-8")
     (folder / "Quorane_TLB_Mock.h").write_text(mock_header(library), encoding="utf-8")
 
 

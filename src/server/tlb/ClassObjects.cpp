@@ -3,6 +3,7 @@
 #include "contracts/Exceptions.h"
 #include "server/tlb/Creator.h"
 #include "server/tlb/InterfaceTable.h"
+#include "server/tlb/ServerComponent.h"
 #include "server/tlb/StatusCodes.h"
 
 namespace Quorane_TLB {
@@ -35,6 +36,12 @@ Handle<IDispatch> StartClass(const Guid& classId, const std::string& machine) {
 
 void RaiseClassLacksInterface() {
     throw EOleSysError("Interface not supported", StatusNoInterface);
+}
+
+void RaiseNotConnected() {
+    throw EOleSysError("DefaultInterface is NULL. Component is not connected to Server. "
+                       "You must call 'Connect' or 'ConnectTo' before this operation",
+                       StatusUnexpected);
 }
 
 } // namespace Quorane_TLB
