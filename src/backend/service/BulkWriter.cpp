@@ -364,6 +364,13 @@ ObjectId BulkWriter::FindUser(const std::string& userName) {
     return found ? found->Account.Id : 0;
 }
 
+ObjectId BulkWriter::FindAdministrator() {
+    ObjectId first = 0;
+    for (const User& user : FState->Target.Accounts.ReadDirectory().Users)
+        if (user.Administrator && (first == 0 || user.Id < first)) first = user.Id;
+    return first;
+}
+
 ObjectId BulkWriter::FindGroup(const std::string& name) {
     return FState->Target.Accounts.FindGroup(name);
 }

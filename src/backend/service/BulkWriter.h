@@ -116,6 +116,8 @@ public:
 
     // 0 when there is none.
     ObjectId FindUser(const std::string& userName);
+    // The one that was added first.
+    ObjectId FindAdministrator();
     ObjectId FindGroup(const std::string& name);
     ObjectId FindProject(const std::string& name);
     ObjectId FindRequirementType(ObjectId projectId, const std::string& name);
