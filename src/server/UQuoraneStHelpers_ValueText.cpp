@@ -1,19 +1,10 @@
-#include <algorithm>
-#include <clocale>
-
 #include "contracts/SystemServices.h"
+#include "server/UNumberText.h"
 #include "server/UQuoraneStHelpers.h"
 
 using namespace Quorane_TLB;
 
 namespace {
-
-// The system's separator stands in place of the point.
-std::string LocalFloatText(double value) {
-    std::string text = FloatToText(value);
-    std::ranges::replace(text, '.', *std::localeconv()->decimal_point);
-    return text;
-}
 
 std::string SelectedEntries(const Handle<IUDAListValue>& list) {
     std::string result;
@@ -35,7 +26,7 @@ std::string WithUnit(const Handle<IUDADurationValue>& duration) {
 std::string TQuoraneHelpers::UDAToString(const Handle<IAttributeValue>& value) {
     if (const auto boolean = Query<IUDABooleanValue>(value)) return std::to_string(boolean->Get_Value());
     if (const auto number = Query<IUDAFloatValue>(value))
-        return LocalFloatText(static_cast<double>(number->Get_Value()));
+        return FloatToUserText(static_cast<double>(number->Get_Value()));
     if (const auto integer = Query<IUDAIntegerValue>(value)) return std::to_string(integer->Get_Value());
     if (const auto text = Query<IUDATextValue>(value)) return Utf8(text->Get_Value());
     if (const auto date = Query<IUDADateValue>(value))

@@ -98,3 +98,11 @@ inline constexpr char SDescription[] = "Description";
 inline constexpr char SOpenLinkQuestion[] = "Open this address outside?\n";
 inline constexpr char SUnknownReferenceKind[] =
     "IllegalStateException: DocumentRefernce can be only of 3 types (Web, File and Text).";
+
+// Numbers as the user writes them
+inline constexpr char SNotAFloat[] = "' is not a valid floating point value";
+inline constexpr char SNotAnInteger[] = "' is not a valid integer value";
+
+// Attribute controls
+inline constexpr char SDateValueNotFound[] = "IllegalState: Date attribute value was not found";
+inline constexpr char SAttributeValueMissing[] = "The requirement holds no value for this attribute";
