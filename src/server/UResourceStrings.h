@@ -21,6 +21,11 @@ inline constexpr char SInvalidLogin[] = "Invalid Login";
 inline constexpr char SAccountDisabled[] = "Account disabled";
 inline constexpr char SNotLoggedOn[] = "Not logged on to a Quorane server";
 
+// Add-in
+inline constexpr char SSDKNotInstalled[] =
+    "Quorane SDK 2005 Release 2 is not installed on your system. Please "
+    "install Quorane SDK 2005 Release 2 and try again.";
+
 // Containers
 inline constexpr char SNotARequirementNode[] = "Not a requirement node!";
 

@@ -1,0 +1,53 @@
+// The add-in's module: composes the system's services, the SDK and the add-in, and
+// takes them apart again when the host unloads it.
+#include "SdkLibrary.h"
+#include "ide/QuoraneAddinWizard.h"
+#include "platform/system/DesktopSystemServices.h"
+#include "server/Quorane_TLB.h"
+#include "server/UQuoraneSession.h"
+
+#include <filesystem>
+
+namespace {
+
+TSystemPaths Paths(const std::filesystem::path& library) {
+    TSystemPaths paths = TSystemPaths::Default();
+    paths.TypeLibraries.emplace(Quorane_TLB::GuidToString(Quorane_TLB::LIBID_Quorane), library);
+    return paths;
+}
+
+class TComposition {
+public:
+    TComposition()
+        : FLibrary(ModuleFolder() / "libquorane-sdk.so")
+        , FSystem(Paths(FLibrary)) {
+        SetSystemServices(&FSystem);
+        Quorane_TLB::SetClassObjectProvider(
+            [library = FLibrary](const Quorane_TLB::Guid& classId, const std::string& machine) {
+                return CreateSdkObject(library, classId, machine);
+            });
+        RegisterAddIn();
+    }
+    // The panel goes before the session, and the session needs SDK and system.
+    ~TComposition() {
+        UnregisterAddIn();
+        FinalizeQuoraneSession();
+        Quorane_TLB::SetClassObjectProvider({});
+        SetSystemServices(nullptr);
+    }
+
+    TComposition(const TComposition&) = delete;
+    TComposition& operator=(const TComposition&) = delete;
+
+private:
+    std::filesystem::path FLibrary;
+    TDesktopSystemServices FSystem;
+};
+
+} // namespace
+
+extern "C" [[gnu::visibility("default")]] void IDERegister() {
+    // Made at the call and not at load, so it is destroyed before every other object of
+    // the module.
+    static const TComposition composition;
+}
