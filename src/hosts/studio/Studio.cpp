@@ -22,7 +22,7 @@ TStudio::TStudio(const TStudioOptions& options)
     FWindow = std::make_unique<TStudioWindow>(FStore);
     FServices.AttachWindow(*FWindow);
     FWindow->OnClosing = [this] { UnloadModule(); };
-    if (!FModuleFailure.empty()) FWindow->ShowModuleNote(ToQt(FModuleFailure));
+    if (!FModuleFailure.empty()) FWindow->ShowNote(ToQt(FModuleFailure));
     FServices.Startup().TellMainFormCreated();
 }
 
@@ -48,5 +48,5 @@ void TStudio::UnloadModule() {
     if (!FModule) return;
     FServices.DropModuleParts();
     FModule.reset();
-    if (FWindow) FWindow->ShowModuleNote(QStringLiteral("Quorane Requirements is not loaded."));
+    if (FWindow) FWindow->ShowNote(QStringLiteral("Quorane Requirements is not loaded."));
 }

@@ -71,22 +71,22 @@ void TStudioWindow::BuildCentre() {
 }
 
 void TStudioWindow::BuildStatusBar() {
-    FModuleNote = new QLabel(this);
-    FModuleNote->setObjectName(QStringLiteral("ModuleNote"));
-    FModuleNote->setForegroundRole(QPalette::PlaceholderText);
+    FNote = new QLabel(this);
+    FNote->setObjectName(QStringLiteral("StatusNote"));
+    FNote->setForegroundRole(QPalette::PlaceholderText);
     FPosition = new QLabel(this);
     FFormat = new QLabel(this);
     FLanguage = new QLabel(this);
-    statusBar()->addWidget(FModuleNote, 1);
+    statusBar()->addWidget(FNote, 1);
     for (QLabel* label : {FPosition, FFormat, FLanguage}) {
         label->setContentsMargins(8, 0, 8, 0);
         statusBar()->addPermanentWidget(label);
     }
 }
 
-void TStudioWindow::ShowModuleNote(const QString& note) {
-    FModuleNote->setText(note);
-    FModuleNote->setToolTip(note);
+void TStudioWindow::ShowNote(const QString& note) {
+    FNote->setText(note);
+    FNote->setToolTip(note);
 }
 
 void TStudioWindow::AddDock(QDockWidget& dock) {

@@ -34,8 +34,8 @@ public:
     void OpenFile(const QString& path);
     void OpenFolder(const QString& folder);
 
-    // A line about the add-in in the status bar; empty takes it away.
-    void ShowModuleNote(const QString& note);
+    // A line in the status bar that stays until the next one; empty takes it away.
+    void ShowNote(const QString& note);
 
     // Called when the window is about to close for good, with all docks in place.
     std::function<void()> OnClosing;
@@ -71,7 +71,7 @@ private:
     TProjectFiles* FFiles = nullptr;
     QMenu* FViewsMenu = nullptr;
     QMenu* FRecentMenu = nullptr;
-    QLabel* FModuleNote = nullptr;
+    QLabel* FNote = nullptr;
     QLabel* FPosition = nullptr;
     QLabel* FFormat = nullptr;
     QLabel* FLanguage = nullptr;
