@@ -104,12 +104,11 @@ void TStudioWindow::BuildViewsMenu() {
     Add(menu, "ViewPreviousTab", QStringLiteral("&Previous Tab"), Qt::CTRL | Qt::Key_PageUp,
         [turnTab] { turnTab(-1); });
     menu.addSeparator();
-    QAction* wrap = Add(menu, "ViewWrap", QStringLiteral("&Wrap Lines"), {}, {});
-    wrap->setCheckable(true);
-    connect(wrap, &QAction::toggled, this, [this](bool on) {
-        FWrapLines = on;
+    QAction* wrap = Add(menu, "ViewWrap", QStringLiteral("&Wrap Lines"), {}, [this] {
+        FWrapLines = !FWrapLines;
         UpdateWrapping();
     });
+    wrap->setCheckable(true);
     Add(menu, "ViewZoomIn", QStringLiteral("Zoom &In"), QKeySequence::ZoomIn,
         [this] { ForEditor([](TSourceEdit& editor) { editor.zoomIn(ZoomStep); }); });
     Add(menu, "ViewZoomOut", QStringLiteral("Zoom &Out"), QKeySequence::ZoomOut,
