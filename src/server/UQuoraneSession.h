@@ -80,6 +80,23 @@ public:
                                   const Quorane_TLB::Handle<Quorane_TLB::IRequirement>& requirement,
                                   const std::string& name, std::int32_t position);
 
+    // Writes the HTML in UTF-8, with a byte-order mark, into the session's temporary
+    // file in place of what was there, has the images that it names fetched, and gives
+    // the file's path. Raises Exception when the file can't be written.
+    std::string PrepareRequirementDescriptionFile(const std::u16string& description);
+
+    // Puts each occurrence of each of the project's glossary terms into the colour of
+    // its glossary, by plain replacement: words and mark-up are not told apart. A
+    // failure leaves html as it was.
+    void HighlightGlossaryTerms(std::u16string& html,
+                                const Quorane_TLB::Handle<Quorane_TLB::IProject>& project);
+
+    // The term of exactly that name, and its glossary; the last glossary that holds it
+    // wins. An unknown word empties term and leaves glossary as it was.
+    void GetGlossaryTerm(const Quorane_TLB::Handle<Quorane_TLB::IProject>& project,
+                         const std::u16string& word, Quorane_TLB::Handle<Quorane_TLB::IGlossary>& glossary,
+                         Quorane_TLB::Handle<Quorane_TLB::IGlossaryTerm>& term);
+
     // The path of the outside estimating tool, which may not exist; a bare file name
     // when the desktop client of the server is not installed.
     static std::string TallyworksExecutable();

@@ -20,6 +20,7 @@ inline constexpr char SHostNotFound[] = "Could not connect to the Quorane Server
 inline constexpr char SInvalidLogin[] = "Invalid Login";
 inline constexpr char SAccountDisabled[] = "Account disabled";
 inline constexpr char SNotLoggedOn[] = "Not logged on to a Quorane server";
+inline constexpr char SCannotWriteFile[] = "Cannot write the file ";
 
 // Add-in
 inline constexpr char SSDKNotInstalled[] =
