@@ -1,0 +1,282 @@
+// What the description editor asks of the HTML engine: a browser control that loads a
+// file, lets the user edit it in place and gives the document back as HTML.
+//
+// The interfaces bear the published names of the engine's objects and hold what the
+// editor uses of them. An object that offers several interfaces is asked for another
+// one by std::dynamic_pointer_cast; an element that is a table offers IHTMLTable.
+//
+// Every call waits for the engine and may run update handlers' messages meanwhile, but
+// takes no input of the user. A call raises EOleSysError when the engine fails, when
+// it does not answer in time and when the object's document is gone, unless it gives a
+// THtmlStatus; these calls raise nothing.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+class TWinControl;
+
+using THtmlStatus = std::int32_t;
+inline constexpr THtmlStatus hsOk = 0;
+inline constexpr THtmlStatus hsFalse = 1;
+inline constexpr auto hsFail = static_cast<THtmlStatus>(0x80004005);
+
+// Nothing stands for null; numbers that are no integers come as text.
+using THtmlValue = std::variant<std::monostate, bool, std::int32_t, std::u16string>;
+
+class IHtmlObject {
+public:
+    virtual ~IHtmlObject();
+
+    IHtmlObject(const IHtmlObject&) = delete;
+    IHtmlObject& operator=(const IHtmlObject&) = delete;
+
+protected:
+    IHtmlObject() = default;
+};
+
+template<class T> using THtmlHandle = std::shared_ptr<T>;
+
+class IHTMLStyle {
+public:
+    virtual ~IHTMLStyle();
+    // A property of the style sheet language in either spelling, in any case.
+    virtual void setAttribute(const std::u16string& name, const THtmlValue& value, std::int32_t flags) = 0;
+};
+
+class IHTMLElementCollection;
+
+class IHTMLElement : public virtual IHtmlObject {
+public:
+    ~IHTMLElement() override;
+    // In capital letters.
+    virtual std::u16string get_tagName() = 0;
+    virtual std::u16string get_outerHTML() = 0;
+    // Nothing for an attribute that the element does not have.
+    virtual THtmlValue getAttribute(const std::u16string& name) = 0;
+    virtual void setAttribute(const std::u16string& name, const THtmlValue& value) = 0;
+    virtual THtmlHandle<IHTMLElementCollection> get_children() = 0;
+    virtual THtmlHandle<IHTMLStyle> get_style() = 0;
+};
+
+// The elements as they were when the collection was taken.
+class IHTMLElementCollection {
+public:
+    virtual ~IHTMLElementCollection();
+    virtual std::int32_t get_length() = 0;
+    // Empty outside 0 to length - 1.
+    virtual THtmlHandle<IHTMLElement> item(std::int32_t index) = 0;
+};
+
+class IHTMLTableCell : public virtual IHtmlObject {
+public:
+    ~IHTMLTableCell() override;
+    virtual void put_width(const THtmlValue& width) = 0;
+};
+
+class IHTMLTableRow : public virtual IHtmlObject {
+public:
+    ~IHTMLTableRow() override;
+    virtual THtmlHandle<IHTMLTableCell> insertCell(std::int32_t index) = 0;
+};
+
+class IHTMLTable : public virtual IHtmlObject {
+public:
+    ~IHTMLTable() override;
+    virtual THtmlHandle<IHTMLTableRow> insertRow(std::int32_t index) = 0;
+    virtual void put_border(const THtmlValue& border) = 0;
+    virtual void put_borderColor(const THtmlValue& color) = 0;
+    virtual void put_cellSpacing(const THtmlValue& spacing) = 0;
+    virtual void put_cellPadding(const THtmlValue& padding) = 0;
+    virtual void put_width(const THtmlValue& width) = 0;
+    virtual void put_height(const THtmlValue& height) = 0;
+    virtual void put_align(const std::u16string& align) = 0;
+};
+
+// What both kinds of range offer: formatting by name, "Bold" for example.
+class IHTMLRange : public virtual IHtmlObject {
+public:
+    ~IHTMLRange() override;
+    // False when the engine knows or allows no such command here.
+    virtual bool execCommand(const std::string& name, bool showUserInterface, const THtmlValue& value) = 0;
+    virtual THtmlValue queryCommandValue(const std::string& name) = 0;
+};
+
+class IHTMLTxtRange : public IHTMLRange {
+public:
+    ~IHTMLTxtRange() override;
+    virtual std::u16string get_text() = 0;
+    // The caret's place nearest to a point of the window, in pixels.
+    virtual void moveToPoint(std::int32_t x, std::int32_t y) = 0;
+    // Units are "character", "word", "textedit". Moves are sent with the next call that
+    // reads or changes; a negative count moves back.
+    virtual void moveStart(const std::string& unit, std::int32_t count) = 0;
+    virtual void moveEnd(const std::string& unit, std::int32_t count) = 0;
+    virtual void collapse(bool toStart) = 0;
+    virtual THtmlHandle<IHTMLElement> parentElement() = 0;
+    // Replaces the range by parsed HTML; the user can take it back.
+    virtual void pasteHTML(const std::u16string& html) = 0;
+};
+
+class IHTMLControlRange : public IHTMLRange {
+public:
+    ~IHTMLControlRange() override;
+    virtual THtmlHandle<IHTMLElement> commonParentElement() = 0;
+};
+
+class IHTMLSelectionObject {
+public:
+    virtual ~IHTMLSelectionObject();
+    // "None", "Text" or "Control".
+    virtual std::string get_type() = 0;
+    // An IHTMLTxtRange or an IHTMLControlRange.
+    virtual THtmlHandle<IHTMLRange> createRange() = 0;
+};
+
+class IHTMLEventObj {
+public:
+    virtual ~IHTMLEventObj();
+    // "mouseup", "mousemove", "keydown".
+    virtual std::string get_type() = 0;
+};
+
+class IHTMLEditDesigner {
+public:
+    virtual ~IHTMLEditDesigner();
+    // hsFalse lets the engine go on with the event. May call the engine.
+    virtual THtmlStatus PreHandleEvent(std::int32_t eventDispId, IHTMLEventObj& event) = 0;
+};
+
+class IHTMLEditServices {
+public:
+    virtual ~IHTMLEditServices();
+    // The designer must outlive its being added; it goes with its document.
+    virtual THtmlStatus AddDesigner(IHTMLEditDesigner& designer) = 0;
+    virtual THtmlStatus RemoveDesigner(IHTMLEditDesigner& designer) = 0;
+};
+
+// The commands of the group CMDSETID_Forms3 that the editor uses.
+enum THtmlCommand : std::uint32_t { hcNumberedList = 2184, hcBulletList = 2185, hcSetDirty = 2342 };
+enum THtmlCommandOption : std::uint32_t { hoDefault = 0, hoPromptUser = 1, hoDontPromptUser = 2 };
+enum THtmlCommandFlag : std::uint32_t { hfEnabled = 2, hfLatched = 4 };
+
+class IOleCommandTarget : public virtual IHtmlObject {
+public:
+    ~IOleCommandTarget() override;
+    virtual THtmlStatus Exec(std::uint32_t command, std::uint32_t option, const THtmlValue& in) = 0;
+    // The flags of THtmlCommandFlag; 0 for a command that is not known or may not run.
+    virtual THtmlStatus QueryStatus(std::uint32_t command, std::uint32_t& flags) = 0;
+};
+
+class IPersistStreamInit : public virtual IHtmlObject {
+public:
+    ~IPersistStreamInit() override;
+    // hsOk after a change by the user or by a command, hsFalse otherwise. Answered
+    // without asking the engine, so it is cheap enough for idle moments.
+    virtual THtmlStatus IsDirty() = 0;
+    // Leaves an empty document.
+    virtual THtmlStatus InitNew() = 0;
+};
+
+// The arguments of an event: the last one first, and of these the named ones, by
+// their numbers, at the front.
+struct TEventArguments {
+    std::vector<THtmlValue> Values;
+    std::vector<std::int32_t> Named;
+};
+
+// What listens to the events of a dispatch interface.
+class IHtmlEventSink {
+public:
+    virtual ~IHtmlEventSink();
+    // flags holds 1 for a call of a method, which every event is. Gives hsOk for an
+    // event of the interface. May raise, which ends in the standard error box.
+    virtual THtmlStatus Invoke(std::int32_t dispId, std::uint16_t flags, const TEventArguments& arguments,
+                               THtmlValue& result) = 0;
+};
+
+// Where an object gives out the events of one dispatch interface.
+class IConnectionPoint {
+public:
+    virtual ~IConnectionPoint();
+    // The sink must be taken back before it goes; a document that goes lets go of it.
+    virtual THtmlStatus Advise(IHtmlEventSink& sink, std::uint32_t& cookie) = 0;
+    // hsFail for a cookie that Advise did not give or that is taken back.
+    virtual THtmlStatus Unadvise(std::uint32_t cookie) = 0;
+};
+
+class IConnectionPointContainer : public virtual IHtmlObject {
+public:
+    ~IConnectionPointContainer() override;
+    // interfaceId in braces; hsFail and an empty handle for one that the object has not.
+    virtual THtmlStatus FindConnectionPoint(const std::string& interfaceId,
+                                            THtmlHandle<IConnectionPoint>& point) = 0;
+};
+
+// The window of a document. Its connection points are those of HTMLWindowEvents, which
+// tell of onfocus and onblur.
+class IHTMLWindow2 : public virtual IHtmlObject {
+public:
+    ~IHTMLWindow2() override;
+};
+
+inline constexpr const char* HTMLWindowEventsId = "{96A0A4E0-D062-11CF-94B6-00AA0060275C}";
+inline constexpr auto heOnFocus = static_cast<std::int32_t>(0x80010001);
+inline constexpr auto heOnBlur = static_cast<std::int32_t>(0x80010000);
+
+class IHTMLDocument2 : public virtual IHtmlObject {
+public:
+    ~IHTMLDocument2() override;
+    // "On" or "Off".
+    virtual void put_designMode(const std::string& mode) = 0;
+    virtual std::string get_designMode() = 0;
+    // Only "utf-8", which every document of this engine has.
+    virtual void put_charset(const std::string& charset) = 0;
+    virtual THtmlHandle<IHTMLSelectionObject> get_selection() = 0;
+    // An element that stands in no document yet.
+    virtual THtmlHandle<IHTMLElement> createElement(const std::string& tagName) = 0;
+    virtual THtmlHandle<IHTMLWindow2> get_parentWindow() = 0;
+    virtual THtmlHandle<IHTMLEditServices> get_EditServices() = 0;
+};
+
+class IHTMLDocument3 : public virtual IHtmlObject {
+public:
+    ~IHTMLDocument3() override;
+    // Empty while the document has none.
+    virtual THtmlHandle<IHTMLElement> get_documentElement() = 0;
+};
+
+// The browser control. Its widget fills its parent and goes with it.
+class IWebBrowser {
+public:
+    virtual ~IWebBrowser();
+
+    virtual TWinControl& Control() = 0;
+    // Starts loading the file; Busy is true until it is there. The document of before
+    // is gone at once.
+    virtual void Navigate(const std::string& path) = 0;
+    virtual bool Busy() = 0;
+    // Offers IHTMLDocument2, IHTMLDocument3, IOleCommandTarget, IPersistStreamInit.
+    // Empty before the first Navigate and while the engine's process is dead.
+    virtual THtmlHandle<IHtmlObject> Document() = 0;
+    virtual void SetFocus() = 0;
+
+    // At the end of each load, also of a failed one.
+    std::function<void()> OnDownloadComplete;
+    // The user wants to follow a link; the control itself never leaves the document.
+    std::function<void(const std::string& address)> OnLinkClick;
+};
+
+// Makes a browser control in the parent. Raises EOleSysError when the engine cannot be
+// started.
+using THtmlEngineFactory =
+    std::function<std::unique_ptr<IWebBrowser>(TWinControl& parent, const std::string& name)>;
+
+// Set by whoever composes the program; empty takes it away.
+void SetHtmlEngineFactory(THtmlEngineFactory factory);
+// Raises EOleSysError when no engine is set, and what the factory raises.
+std::unique_ptr<IWebBrowser> CreateWebBrowser(TWinControl& parent, const std::string& name);
