@@ -1,8 +1,8 @@
 #include "backend/service/BulkWriter.h"
 
-#include "backend/service/Editing.h"
-#include "backend/service/Passwords.h"
-#include "backend/service/Rules.h"
+#include "backend/rules/Editing.h"
+#include "backend/rules/Passwords.h"
+#include "backend/rules/Rules.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -10,8 +10,8 @@
 // is lost then, and the writer must be thrown away.
 #pragma once
 
-#include "backend/service/Changes.h"
-#include "backend/service/Refusal.h"
+#include "backend/rules/Changes.h"
+#include "backend/rules/Refusal.h"
 #include "backend/store/Database.h"
 #include "backend/store/Model.h"
 

@@ -103,6 +103,11 @@ ObjectId ProjectTable::Find(const std::string& name) {
     return rows.Next() ? rows.Int(0) : 0;
 }
 
+std::string ProjectTable::NameOf(ObjectId projectId) {
+    Rows rows = FDatabase.Query("select name from project where id = $1", projectId);
+    return rows.Next() ? rows.Text(0) : std::string();
+}
+
 bool ProjectTable::HasGroup(ObjectId projectId, ObjectId groupId) {
     return FDatabase
         .Query("select 1 from project_group where project_id = $1 and group_id = $2", projectId, groupId)

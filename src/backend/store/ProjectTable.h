@@ -28,6 +28,7 @@ public:
     std::optional<Baseline> FindBaseline(ObjectId baselineId); // without its types
     ObjectId CurrentBaseline(ObjectId projectId);              // 0: no such project
     ObjectId Find(const std::string& name);                    // 0: there is none
+    std::string NameOf(ObjectId projectId);                    // empty: there is none
     bool HasGroup(ObjectId projectId, ObjectId groupId);
 
     // The highest role that a user has by himself or through a group.

@@ -2,8 +2,8 @@
 // check raises RuleViolation with a sentence that names the thing.
 #pragma once
 
-#include "backend/service/Changes.h"
-#include "backend/service/Refusal.h"
+#include "backend/rules/Changes.h"
+#include "backend/rules/Refusal.h"
 #include "backend/store/Model.h"
 
 #include <string>

@@ -1,6 +1,6 @@
-#include "backend/service/Rules.h"
+#include "backend/rules/Rules.h"
 
-#include "backend/service/Markup.h"
+#include "backend/rules/Markup.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
-#include "backend/service/Editing.h"
+#include "backend/rules/Editing.h"
 
-#include "backend/service/Markup.h"
-#include "backend/service/Rules.h"
+#include "backend/rules/Markup.h"
+#include "backend/rules/Rules.h"
 
 #include <algorithm>
 

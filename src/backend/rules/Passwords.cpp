@@ -1,6 +1,6 @@
-#include "backend/service/Passwords.h"
+#include "backend/rules/Passwords.h"
 
-#include "backend/service/Refusal.h"
+#include "backend/rules/Refusal.h"
 
 #include <sodium.h>
 

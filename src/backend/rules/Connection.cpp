@@ -1,4 +1,4 @@
-#include "backend/service/Connection.h"
+#include "backend/rules/Connection.h"
 
 #include "backend/store/Migrations.h"
 

@@ -4,8 +4,8 @@
 // caller's business, and so is the transaction.
 #pragma once
 
-#include "backend/service/Changes.h"
-#include "backend/service/Connection.h"
+#include "backend/rules/Changes.h"
+#include "backend/rules/Connection.h"
 
 #include <map>
 

@@ -1,6 +1,6 @@
-#include "backend/service/Markup.h"
+#include "backend/rules/Markup.h"
 
-#include "backend/service/Refusal.h"
+#include "backend/rules/Refusal.h"
 
 #include <algorithm>
 #include <array>
