@@ -61,8 +61,7 @@ public:
     double Now() override { return Today; }
 
 private:
-    template<class TMap>
-    static std::string Value(const TMap& values, const typename TMap::key_type& index) {
+    template<class TMap> static std::string Value(const TMap& values, const typename TMap::key_type& index) {
         const auto found = values.find(index);
         return found == values.end() ? std::string() : found->second;
     }
