@@ -112,3 +112,110 @@ inline constexpr char SNotAnInteger[] = "' is not a valid integer value";
 // Attribute controls
 inline constexpr char SDateValueNotFound[] = "IllegalState: Date attribute value was not found";
 inline constexpr char SAttributeValueMissing[] = "The requirement holds no value for this attribute";
+
+// Panel
+inline constexpr char SPanelCaption[] = "Quorane Requirements";
+inline constexpr char SProjectLabel[] = "Project:";
+inline constexpr char SBaselineLabel[] = "Baseline:";
+inline constexpr char SRequirementTree[] = "Requirement tree";
+inline constexpr char SProjectNamePlaceholder[] = "<Project Name>";
+inline constexpr char SHierarchicalNumbersHint[] = "Hierarchical Numbers";
+inline constexpr char SSerialNumbersHint[] = "Serial Numbers";
+inline constexpr char SCommentFormatHint[] = "Requirement Commenting Format";
+inline constexpr char SFindByIdHint[] = "Find Requirement By ID";
+inline constexpr char SCSharpBlockComments[] = "C# Block Comments";
+inline constexpr char SCSharpLineComments[] = "C# Line Comments";
+inline constexpr char SCBlockComments[] = "C/C++ Block Comments";
+inline constexpr char SOstrelLineComments[] = "Ostrel/C++ Line Comments";
+inline constexpr char SVisualBasicComments[] = "Visual Basic Comments";
+inline constexpr char SVisualBasicCommentsNoRegion[] = "Visual Basic Comments (No Region)";
+inline constexpr char SXmlComments[] = "XML/HTML Comments";
+inline constexpr char SProjectInfoLabel[] = "Project Info:";
+inline constexpr char SRequirementTypeLabel[] = "Requirement Type:";
+inline constexpr char STagLabel[] = "Tag:";
+inline constexpr char SDescriptionTab[] = "Description";
+inline constexpr char SCustomTabsTab[] = "Custom Tabs";
+inline constexpr char SCustomTabsLabel[] = "Custom Tabs:";
+inline constexpr char SCustomTabAttributesLabel[] = "Attributes assigned to custom tab:";
+inline constexpr char SListNameColumn[] = "Name";
+inline constexpr char SDetailsTab[] = "Details";
+inline constexpr char STraceabilityTab[] = "Traceability";
+inline constexpr char SValidationTab[] = "Validation";
+inline constexpr char SDiscussionTab[] = "Discussion";
+inline constexpr char SReferencesTab[] = "References";
+inline constexpr char SHistoryTab[] = "History";
+inline constexpr char SResponsibilitiesTab[] = "Responsibilities";
+inline constexpr char SNoVersionNumber[] = "The server's version is no number: ";
+inline constexpr char SNothingSelected[] = "Nothing is selected in the list.";
+
+// Panel: commands
+inline constexpr char SSaveHint[] = "Save";
+inline constexpr char SCancelSaveHint[] = "Cancel Save";
+inline constexpr char STryToUnlock[] = "Try to Unlock...";
+inline constexpr char SLogoffHint[] = "Logoff";
+inline constexpr char SRefreshHint[] = "Refresh";
+inline constexpr char SCreateRequirement[] = "Create Requirement";
+inline constexpr char SInsertAfter[] = "Insert After";
+inline constexpr char SInsertBefore[] = "Insert Before";
+inline constexpr char SMoveUpHint[] = "Move Requirement Up";
+inline constexpr char SMoveDownHint[] = "Move Requirement Down";
+inline constexpr char SDelete[] = "Delete";
+inline constexpr char SDeleteRequirementHint[] = "Delete Requirement";
+inline constexpr char SRename[] = "Rename";
+inline constexpr char STallyworksHint[] = "Quorane Tallyworks";
+inline constexpr char SPostNew[] = "Post New...";
+inline constexpr char SReply[] = "Reply...";
+inline constexpr char SRemoveTrace[] = "&Remove";
+inline constexpr char SAbout[] = "About...";
+inline constexpr char SBoldHint[] = "Bold";
+inline constexpr char SItalicHint[] = "Italic";
+inline constexpr char SUnderlineHint[] = "Underline";
+inline constexpr char SAlignLeftHint[] = "Align Left";
+inline constexpr char SAlignCenterHint[] = "Align Center";
+inline constexpr char SAlignRightHint[] = "Align Right";
+inline constexpr char SBulletHint[] = "Bullet";
+inline constexpr char SNumberedHint[] = "Numbered";
+inline constexpr char SForegroundColorHint[] = "Foreground Color";
+inline constexpr char SNewTableHint[] = "New Table";
+inline constexpr char SCreateRequirementMenu[] = "Cr&eate Requirement";
+inline constexpr char SChildMenuItem[] = "&Child";
+inline constexpr char SAboveMenuItem[] = "&Above";
+inline constexpr char SBelowMenuItem[] = "&Below";
+inline constexpr char SShouldRegisterInterest[] = "Should register interest";
+
+// Panel: tree
+inline constexpr char SNewRequirement[] = "New Requirement";
+inline constexpr char STreeNodeNotFound[] = "RequirementTreeNode not found";
+inline constexpr char SNewNodeNotFound[] = "NewNode not found";
+inline constexpr char SRequirementNameEmpty[] = "Requirement name cannot be empty!";
+inline constexpr char SRequirementGone[] = "The requirement no longer exists in this baseline.";
+inline constexpr char SOnlyRequirementTraces[] = "Only requirement traces are supported.";
+inline constexpr char SRequirementNotInProject[] = "Requirement not in Project";
+inline constexpr char SRequirementNodeNotFound[] = "Requirement Node not found!!!";
+inline constexpr char SRequirementNotInBaseline[] = "Requirement not found in this baseline.";
+inline constexpr char SConfirmation[] = "Confirmation";
+inline constexpr char SDeleteQuestionStart[] = "Deleting requirement ";
+inline constexpr char SDeleteQuestionMiddle[] = " and all child requirements of ";
+inline constexpr char SDeleteQuestionEnd[] = ".  Are you sure?";
+inline constexpr char SDataLossWarning[] = "Data Loss WARNING!";
+inline constexpr char SDataLoss1[] = "You are about to move a requirement into a different\n\r";
+inline constexpr char SDataLoss2[] = "requirement type. All data from used defined attributes\n\r";
+inline constexpr char SDataLoss3[] = "that do not exist in the target requirement type will be lost.\n\r\n\r";
+inline constexpr char SDataLoss4[] = "Do you wish to continute?";
+
+// Panel: failures
+inline constexpr char SObjectLocked[] = "The object requested is currently locked.";
+inline constexpr char SConnectionLost[] = "Connection to the Quorane server was lost and will be restored.";
+inline constexpr char SMarkupNotWellFormed[] =
+    "The content of elements must consist of well-formed character data or markup.";
+inline constexpr char SImageWithoutOriginal[] =
+    "The specified HTML contains an image that has a 'src' attribute but does not have a 'src_original' "
+    "attribute. If you are inserting an image into an existing requirement description, your img tag must "
+    "contain the 'new' attribute to signify a new image.";
+
+// Find by id and estimating tool
+inline constexpr char SFindByIdCaption[] = "Find Requirement By ID";
+inline constexpr char SFindWhat[] = "Find what:";
+inline constexpr char SFind[] = "&Find";
+inline constexpr char SFindCancel[] = "&Cancel";
+inline constexpr char STallyworksMissing[] = "You must have Tallyworks installed to use this feature";

@@ -1,0 +1,73 @@
+// The edit cycle. The server's lock is the mark of a changed requirement: a save
+// writes it and gives the lock back, and what was not saved goes with the lock,
+// because the next reading comes from the server.
+#include "contracts/Exceptions.h"
+#include "description/UDescriptionFrame.h"
+#include "frames/UDetailsFrame.h"
+#include "panel/QuoraneDockForm.h"
+#include "panel/ScopedFlag.h"
+#include "platform/widgets/Actions.h"
+#include "platform/widgets/Edits.h"
+#include "platform/widgets/tree/TreeView.h"
+#include "server/UResourceStrings.h"
+
+using namespace Quorane_TLB;
+
+void TfrmQuoraneMain::SaveCurrentRequirement() {
+    // The widget decides: the requirement itself holds a blank in place of no name.
+    if (fraDetails->edtRequirementName->Text().empty()) throw Exception(SRequirementNameEmpty);
+    const std::u16string html = fraDescription->GetDocumentHTML();
+    FHelpers.CurrentRequirement->Get_Description()->Set_Text(html);
+    SaveByName(FHelpers.CurrentRequirement);
+    FHelpers.UnlockCurrentRequirement();
+    FHelpers.RefreshCurrentRequirement();
+    ShowRequirementInfo(*trvRequirements->Selected());
+    RefreshCustomTabs();
+}
+
+void TfrmQuoraneMain::SaveCurrentRequirementIfNeeded() {
+    const Handle<IRequirement> requirement = FHelpers.CurrentRequirement;
+    if (trvRequirements->Selected() && requirement && requirement->Get_LockedByCurrentUser() != WordFalse)
+        SaveCurrentRequirement();
+}
+
+void TfrmQuoraneMain::actSaveExecute() {
+    GuardServerCalls([this] { SaveCurrentRequirement(); });
+}
+
+void TfrmQuoraneMain::actCancelSaveExecute() {
+    GuardServerCalls([this] {
+        const TScopedFlag cancelling(FCancellingSave);
+        FHelpers.UnlockCurrentRequirement();
+        FHelpers.RefreshCurrentRequirement();
+        ShowRequirementInfo(*trvRequirements->Selected());
+    });
+}
+
+void TfrmQuoraneMain::actCancelSaveUpdate() {
+    if (FCancellingSave) return;
+    const Handle<IRequirement> requirement = FHelpers.CurrentRequirement;
+    const bool locked = requirement && requirement->Get_LockedByCurrentUser() != WordFalse;
+    actSave->SetEnabled(locked);
+    actCancelSave->SetEnabled(locked);
+    if (requirement && !locked) LockForDescription();
+}
+
+void TfrmQuoraneMain::LockForDescription() {
+    if (!fraDescription->IsDirty()) {
+        FRefusedDescription = nullptr;
+        return;
+    }
+    if (FRefusedDescription == FHelpers.CurrentRequirement) return;
+    FRefusedDescription = FHelpers.CurrentRequirement;
+    FHelpers.LockCurrentRequirement();
+    FRefusedDescription = nullptr;
+}
+
+void TfrmQuoraneMain::actUnlockExecute() {
+    GuardServerCalls([this] { FHelpers.UnlockCurrentRequirement(); });
+}
+
+void TfrmQuoraneMain::actUnlockUpdate() {
+    actUnlock->SetVisible(FHelpers.CurrentRequirement != nullptr);
+}
