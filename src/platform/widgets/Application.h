@@ -128,6 +128,7 @@ public:
     private:
         std::vector<const TComponent*> FSenders;
         int FEngineCalls;
+        bool FUpdating;
     };
 
 private:

@@ -17,7 +17,6 @@ class TAlignLayout;
 class TGridLayout;
 class TPopupMenu;
 class TWinControl;
-class QEvent;
 
 // Anything with a name and an owner. The name is the Qt object name, so that tests,
 // style sheets and screen readers find it. The owner frees what it owns.
@@ -51,7 +50,7 @@ public:
             if (T* found = dynamic_cast<T*>(component); found && component->Name() == name) return found;
         return nullptr;
     }
-    // Everything owned, at any depth, in the order of creation.
+    // Everything owned, at any depth, each followed by what it owns.
     std::vector<TComponent*> OwnedComponents();
 
     // Runs a handler under the dispatcher: see TApplication::Dispatch. False when it
@@ -115,8 +114,8 @@ public:
     // Space around the control inside its aligned place, in pixels.
     int Margin() const { return FMargin; }
     void SetMargin(int margin);
-    // For controls with Align None: which edges keep their distance to the parent's
-    // when the parent changes its size. Left and top at first.
+    // For controls with Align None: which of the parent's edges they follow. Left and
+    // top at first; one that follows right or bottom ends Margin() pixels before it.
     void SetAnchors(bool left, bool top, bool right, bool bottom);
     bool AnchoredRight() const { return FAnchorRight; }
     bool AnchoredBottom() const { return FAnchorBottom; }
@@ -231,6 +230,10 @@ protected:
     bool HandleEvent(QEvent& event);
     // Mouse events of a widget's inner viewport arrive here too.
     bool HandleViewportEvent(QEvent& event);
+    // Called when the widget has taken on another size.
+    void HandleResized();
+    // Where a popup menu comes up that was asked for by key.
+    virtual TPoint KeyboardMenuPoint() const;
     friend class TControl;
     void Adopt(TControl& child);
 
@@ -266,6 +269,8 @@ public:
         : Q(parent ? &parent->ClientArea() : nullptr) {
         Attach(parent, name);
     }
+    // Nothing that Qt tells while it takes the widget apart reaches a handler.
+    ~TControlOf() override { this->blockSignals(true); }
     QWidget& Widget() override { return *this; }
     using TControl::Widget;
 
@@ -275,7 +280,10 @@ protected:
             event->accept();
             return true;
         }
-        return Q::event(event);
+        const bool resized = event->type() == QEvent::Resize;
+        const bool used = Q::event(event);
+        if (resized) HandleResized();
+        return used;
     }
 };
 

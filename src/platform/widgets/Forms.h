@@ -63,7 +63,7 @@ protected:
 private:
     void Centre();
     TWinControl* FActiveControl = nullptr;
-    std::unique_ptr<QEventLoop> FLoop;
+    QEventLoop* FLoop = nullptr;
     TModalResult FModalResult = TModalResult::None;
     bool FPlaced = false;
 };

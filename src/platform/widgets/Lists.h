@@ -87,7 +87,6 @@ public:
 
 protected:
     std::unique_ptr<TStrings> FItems;
-    bool FFilling = false;
 };
 
 // A list box whose entries carry check boxes.

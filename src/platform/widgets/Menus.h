@@ -35,7 +35,7 @@ public:
     void SetVisible(bool visible) { setVisible(visible); }
     bool Checked() const { return isChecked(); }
     void SetChecked(bool checked);
-    // Items of one group that is not 0 exclude each other's check mark.
+    // Radio items of one menu exclude each other's check mark. After it stands in its menu.
     void SetRadioItem(bool radio);
     // The index in the images of the menu that it stands in; -1 for none.
     int ImageIndex() const { return FImageIndex; }

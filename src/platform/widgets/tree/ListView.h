@@ -48,7 +48,6 @@ public:
     void Delete();
 
 private:
-    void ShowImage();
     TListView& FList;
     std::unique_ptr<TObject> FData;
     int FSubItems = 0;
@@ -105,7 +104,7 @@ private:
     friend class TListItem;
     friend class TListDelegate;
     void Changed(TListItem& item, TItemChange change);
-    void Told(TListItem& item, bool selected);
     const TImageList* FImages = nullptr;
     const TImageList* FStateImages = nullptr;
+    int FColumnCount = 0;
 };

@@ -128,7 +128,8 @@ public:
     TTreeNode* Node() const { return FNode; }
 
 private:
-    friend class TTreeNode;
+    friend class TTreeView;
+    void Drop() { FNode = nullptr; }
     TTreeNode* FNode;
     TTreeView* FTree;
 };

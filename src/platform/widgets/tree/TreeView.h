@@ -14,6 +14,7 @@
 #include "platform/widgets/tree/TreeNode.h"
 
 class QLineEdit;
+class QPainter;
 class TImageList;
 class TTreeModel;
 class TTreeSelection;
@@ -96,6 +97,10 @@ protected:
     virtual bool NodeBold(const TTreeNode& node, int column) const;
 
     void UpdateHeld(bool held) override;
+    TPoint KeyboardMenuPoint() const override;
+    void ShowColumns(const std::vector<std::string>& captions);
+    // Called when nodes came or went.
+    virtual void StructureChanged();
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -106,7 +111,6 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
     friend class TTreeNode;
@@ -124,10 +128,17 @@ private:
     void LeaveBranch(const TTreeNode& branch, TTreeNode* successor);
     void BeginEdit(TTreeNode& node);
     void PlaceEditor();
-    void StructureChanged();
     const std::vector<TTreeNode*>& Flat() const;
     TTreeNode* NodeOf(const QModelIndex& index) const;
-    bool HandleArrow(int key);
+    bool HandleBranchKey(int key);
+    bool HandleMoveKey(QKeyEvent& event);
+    void WaitForPublishing(TTreeNode& node);
+    void Publish(TTreeNode& node);
+    void PublishAll();
+    void Apply(TTreeNode* node);
+    void RemoveChildren(TTreeNode& parent, int first, int last);
+    void Forget(const TTreeNode& node);
+    int TextOffset(const TTreeNode& node) const;
     bool AskDragOver(TPoint position);
     void BeginDrag();
     void ContinueDrag(TPoint position);
@@ -139,6 +150,7 @@ private:
     mutable std::vector<TTreeNode*> FFlat;
     mutable bool FFlatValid = false;
     std::vector<TNodeWatch*> FWatches;
+    std::vector<TTreeNode*> FWaitingNodes;
     TTreeNode* FSelected = nullptr;
     int FNodeCount = 0;
     const TImageList* FImages = nullptr;
@@ -146,6 +158,7 @@ private:
     QLineEdit* FEditor = nullptr;
     TTreeNode* FEdited = nullptr;
     bool FMoving = false;
+    bool FPublishPosted = false;
     bool FDragAutomatic = false;
     bool FPressed = false;
     bool FDragging = false;

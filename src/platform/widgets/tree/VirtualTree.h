@@ -20,10 +20,10 @@ public:
 
     // What stands in a column of a node. These three are called while painting: a
     // failure shows in the error box afterwards, and once for the same text.
-    mutable TEvent<TTreeNode&, int, std::string&> OnGetText;
-    mutable TEvent<TTreeNode&, int, int&> OnGetImageIndex;
+    TEvent<TTreeNode&, int, std::string&> OnGetText;
+    TEvent<TTreeNode&, int, int&> OnGetImageIndex;
     // Sets bold for a column of a node.
-    mutable TEvent<TTreeNode&, int, bool&> OnPaintText;
+    TEvent<TTreeNode&, int, bool&> OnPaintText;
 
     void AddColumn(const std::string& caption, int width);
     // A child at the end, or a top node for no parent, with its record.
@@ -41,11 +41,16 @@ public:
     }
 
 protected:
+    void StructureChanged() override;
     int ColumnTotal() const override;
     QString NodeText(const TTreeNode& node, int column) const override;
     int NodeImage(const TTreeNode& node, int column, bool selected) const override;
     bool NodeBold(const TTreeNode& node, int column) const override;
 
 private:
+    template<class Handler, class... Arguments>
+    void Ask(const Handler& handler, Arguments&&... arguments) const;
     std::vector<std::string> FColumns;
+    std::vector<int> FWidths;
+    mutable bool FFailed = false;
 };

@@ -1,0 +1,168 @@
+#include "platform/widgets/Application.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QCursor>
+#include <QFontDatabase>
+#include <QPointer>
+
+#include "platform/widgets/Actions.h"
+#include "platform/widgets/Control.h"
+#include "platform/widgets/Dialogs.h"
+#include "platform/widgets/QtText.h"
+
+// What ties the application to Qt's loop: renewed when a program makes another loop.
+struct TApplication::TLoop {
+    QPointer<QAbstractEventDispatcher> Dispatcher;
+    QMetaObject::Connection Connection;
+};
+
+TApplication::TApplication()
+    : FLoop(std::make_unique<TLoop>())
+    , FNativeDialogs(std::make_unique<TNativeDialogs>()) {}
+
+TApplication::~TApplication() = default;
+
+TApplication& Application() {
+    static TApplication application;
+    return application;
+}
+
+void TApplication::HandleException() {
+    std::string text;
+    try {
+        throw;
+    } catch (const std::exception& failure) {
+        text = failure.what();
+    } catch (...) {
+        text = "An unknown error has occurred.";
+    }
+    ShowException(text);
+}
+
+void TApplication::ShowException(const std::string& text) {
+    Dialogs().ShowError(text);
+}
+
+void TApplication::ShowExceptionLater(const std::string& text) {
+    if (FLateError == text) return;
+    FLateError = text;
+    QMetaObject::invokeMethod(
+        qApp,
+        [this, text] {
+            FLateError.clear();
+            ShowException(text);
+        },
+        Qt::QueuedConnection);
+}
+
+TMessageResult TApplication::MessageBox(const std::string& text, const std::string& caption,
+                                        TMessageIcon icon, TMessageButtons buttons,
+                                        TMessageResult defaultButton) {
+    return Dialogs().ShowMessage({text, caption, icon, buttons, defaultButton});
+}
+
+IDialogs& TApplication::Dialogs() {
+    return FDialogs ? *FDialogs : *FNativeDialogs;
+}
+
+IDialogs* TApplication::SetDialogs(IDialogs* dialogs) {
+    return std::exchange(FDialogs, dialogs);
+}
+
+void TApplication::SetModalHook(std::function<void(TForm&)> hook) {
+    FModalHook = std::move(hook);
+}
+
+void TApplication::CallModalHook(TForm& form) {
+    if (const auto hook = FModalHook) hook(form);
+}
+
+void TApplication::ProcessMessages() {
+    QCoreApplication::processEvents();
+}
+
+bool TApplication::IsSending(const TComponent& sender) const {
+    return std::find(FSenders.begin(), FSenders.end(), &sender) != FSenders.end();
+}
+
+void TApplication::HookMessageLoop() {
+    QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance();
+    if (!dispatcher || FLoop->Dispatcher == dispatcher) return;
+    FLoop->Dispatcher = dispatcher;
+    FLoop->Connection = QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, dispatcher,
+                                         [this] { ProcessIdle(); });
+}
+
+void TApplication::AddActionList(TActionList& list) {
+    HookMessageLoop();
+    FActionLists.push_back(&list);
+}
+
+void TApplication::RemoveActionList(TActionList& list) {
+    std::erase(FActionLists, &list);
+}
+
+void TApplication::ProcessIdle() {
+    if (FUpdating || HandlerRunning() || FEngineCalls > 0) return;
+    FUpdating = true;
+    UpdateActions();
+    FUpdating = false;
+}
+
+void TApplication::UpdateActions() {
+    const std::vector<TActionList*> lists = FActionLists;
+    for (TActionList* list : lists)
+        if (std::find(FActionLists.begin(), FActionLists.end(), list) != FActionLists.end())
+            list->UpdateIfReachable();
+}
+
+TApplication::TEngineCall::TEngineCall() {
+    ++Application().FEngineCalls;
+}
+TApplication::TEngineCall::~TEngineCall() {
+    --Application().FEngineCalls;
+}
+
+TApplication::TModalScope::TModalScope()
+    : FSenders(std::exchange(Application().FSenders, {}))
+    , FEngineCalls(std::exchange(Application().FEngineCalls, 0))
+    , FUpdating(std::exchange(Application().FUpdating, false)) {}
+
+TApplication::TModalScope::~TModalScope() {
+    Application().FSenders = std::move(FSenders);
+    Application().FEngineCalls = FEngineCalls;
+    Application().FUpdating = FUpdating;
+}
+
+THourglass::THourglass() {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+THourglass::~THourglass() {
+    QApplication::restoreOverrideCursor();
+}
+
+TScreen& Screen() {
+    static TScreen screen;
+    return screen;
+}
+
+std::vector<std::string> TScreen::Fonts() const {
+    std::vector<std::string> names;
+    for (const QString& family : QFontDatabase::families())
+        if (!QFontDatabase::isPrivateFamily(family)) names.push_back(FromQt(family));
+    return names;
+}
+
+TPoint TScreen::CursorPosition() const {
+    const QPoint point = QCursor::pos();
+    return {point.x(), point.y()};
+}
+
+bool TScreen::HourglassShown() const {
+    const QCursor* cursor = QApplication::overrideCursor();
+    return cursor && cursor->shape() == Qt::WaitCursor;
+}

@@ -1,0 +1,234 @@
+#include "platform/widgets/Edits.h"
+
+#include <cmath>
+#include <utility>
+
+#include <QCalendarWidget>
+#include <QFontMetrics>
+#include <QKeyEvent>
+
+#include "platform/widgets/QtText.h"
+#include "platform/widgets/look/ImageList.h"
+
+TLabel::TLabel(TWinControl* parent, const std::string& name, const std::string& caption)
+    : QLabel(parent ? &parent->ClientArea() : nullptr) {
+    setTextFormat(Qt::PlainText);
+    Attach(parent, name);
+    SetCaption(caption);
+}
+
+void TLabel::SetCaption(const std::string& caption) {
+    FCaption = caption;
+    setText(ToQt(caption));
+}
+
+void TLabel::SetFocusControl(TWinControl& control) {
+    setBuddy(&control.Widget());
+}
+
+TImage::TImage(TWinControl* parent, const std::string& name)
+    : QLabel(parent ? &parent->ClientArea() : nullptr) {
+    setAlignment(Qt::AlignCenter);
+    Attach(parent, name);
+}
+
+void TImage::SetPicture(const std::string& iconName, int size) {
+    setPixmap(NamedIcon(iconName).pixmap(QSize(size, size), devicePixelRatio()));
+}
+
+TEdit::TEdit(TWinControl* parent, const std::string& name)
+    : TControlOf(parent, name) {
+    connect(this, &QLineEdit::textChanged, this, [this] { Fire(OnChange); });
+}
+
+std::string TEdit::Text() const {
+    return FromQt(text());
+}
+void TEdit::SetText(const std::string& text) {
+    setText(ToQt(text));
+}
+void TEdit::SetText(const std::u16string& text) {
+    setText(ToQt(text));
+}
+
+void TEdit::SetPassword(bool password) {
+    setEchoMode(password ? QLineEdit::Password : QLineEdit::Normal);
+    setStyleSheet(password ? QStringLiteral("QLineEdit { lineedit-password-character: 42; }") : QString());
+}
+
+void TEdit::SetMaxLength(int length) {
+    setMaxLength(length > 0 ? length : 32767);
+}
+
+void TEdit::SetPlaceholder(const std::string& text) {
+    setPlaceholderText(ToQt(text));
+}
+
+void TMaskEdit::SetEditMask(const std::string& mask) {
+    setInputMask(ToQt(mask));
+}
+
+TMemo::TMemo(TWinControl* parent, const std::string& name)
+    : TControlOf(parent, name) {
+    setTabChangesFocus(true);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] {
+        if (!FFilling) FModified = true;
+        Fire(OnChange);
+    });
+}
+
+std::string TMemo::Text() const {
+    return FromQt(toPlainText());
+}
+void TMemo::SetText(const std::string& text) {
+    Fill(ToQt(text));
+}
+void TMemo::SetText(const std::u16string& text) {
+    Fill(ToQt(text));
+}
+bool TMemo::Empty() const {
+    return document()->isEmpty();
+}
+
+void TMemo::Fill(const QString& text) {
+    FModified = false;
+    if (text == toPlainText()) return;
+    FFilling = true;
+    setPlainText(text);
+    FFilling = false;
+}
+
+void TMemo::SetReadOnly(bool readOnly) {
+    setReadOnly(readOnly);
+    if (readOnly) setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+QSize TMemo::sizeHint() const {
+    return QSize(QPlainTextEdit::sizeHint().width(), fontMetrics().lineSpacing() * 4 + 2 * frameWidth());
+}
+
+bool TMemo::viewportEvent(QEvent* event) {
+    if (HandleViewportEvent(*event)) {
+        event->accept();
+        return true;
+    }
+    return TControlOf::viewportEvent(event);
+}
+
+TCheckBox::TCheckBox(TWinControl* parent, const std::string& name, const std::string& caption)
+    : TControlOf(parent, name) {
+    SetCaption(caption);
+    connect(this, &QCheckBox::toggled, this, [this] { Fire(OnClick); });
+}
+
+std::string TCheckBox::Caption() const {
+    return FromQt(text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+}
+
+void TCheckBox::SetCaption(const std::string& caption) {
+    setText(ToQt(caption).replace(QStringLiteral("&"), QStringLiteral("&&")));
+}
+
+namespace {
+
+const QDate DateOrigin(1899, 12, 30);
+
+QDate ToDate(double date) {
+    return DateOrigin.addDays(static_cast<qint64>(std::floor(date)));
+}
+
+double FromDate(const QDate& date) {
+    return static_cast<double>(DateOrigin.daysTo(date));
+}
+
+} // namespace
+
+TDatePicker::TDatePicker(TWinControl* parent, const std::string& name)
+    : TControlOf(parent, name) {
+    setCalendarPopup(true);
+    FFilling = true;
+    setDate(QDate::currentDate());
+    FFilling = false;
+    connect(this, &QDateEdit::dateChanged, this, [this] {
+        if (!FFilling) Picked();
+    });
+    // A pick of the date that the blank hides changes no date.
+    for (const auto signal : {&QCalendarWidget::clicked, &QCalendarWidget::activated})
+        connect(calendarWidget(), signal, this, [this] {
+            if (FBlank) Picked();
+        });
+}
+
+double TDatePicker::Date() const {
+    return FromDate(date());
+}
+
+void TDatePicker::SetDate(double date) {
+    FFilling = true;
+    setDate(std::clamp(ToDate(date), minimumDate(), maximumDate()));
+    FFilling = false;
+    SetBlank(false);
+}
+
+void TDatePicker::SetMinDate(double date) {
+    FFilling = true;
+    setMinimumDate(ToDate(date));
+    FFilling = false;
+}
+
+void TDatePicker::SetMaxDate(double date) {
+    FFilling = true;
+    setMaximumDate(ToDate(date));
+    FFilling = false;
+}
+
+void TDatePicker::SetBlank(bool blank) {
+    FBlank = blank;
+    RefreshText();
+}
+
+void TDatePicker::RefreshText() {
+    const bool blocked = blockSignals(true);
+    lineEdit()->setText(textFromDateTime(dateTime()));
+    blockSignals(blocked);
+}
+
+void TDatePicker::Picked() {
+    SetBlank(false);
+    Fire(OnChange);
+}
+
+QString TDatePicker::textFromDateTime(const QDateTime& value) const {
+    return FBlank ? QString() : QDateEdit::textFromDateTime(value);
+}
+
+QValidator::State TDatePicker::validate(QString& input, int& position) const {
+    if (FBlank && input.isEmpty()) return QValidator::Acceptable;
+    return QDateEdit::validate(input, position);
+}
+
+void TDatePicker::keyPressEvent(QKeyEvent* event) {
+    const bool types = !event->text().isEmpty() && event->text().at(0).isDigit();
+    if (FBlank && !isReadOnly() && types) {
+        SetBlank(false);
+        setSelectedSection(sectionAt(0));
+        const QDate before = date();
+        QDateEdit::keyPressEvent(event);
+        if (date() == before) Picked();
+        return;
+    }
+    QDateEdit::keyPressEvent(event);
+}
+
+void TDatePicker::mousePressEvent(QMouseEvent* event) {
+    QDateEdit::mousePressEvent(event);
+    if (FBlank) RefreshText();
+}
+
+// The first step from a blank shows the date that it hid.
+void TDatePicker::stepBy(int steps) {
+    if (FBlank)
+        Picked();
+    else
+        QDateEdit::stepBy(steps);
+}

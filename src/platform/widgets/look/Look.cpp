@@ -1,0 +1,74 @@
+#include "platform/widgets/look/Look.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QPixmapCache>
+#include <QStyle>
+#include <QStyleFactory>
+
+namespace {
+
+QPalette Light() {
+    QPalette palette(QColor(0xef, 0xf1, 0xf4), QColor(0xf4, 0xf5, 0xf7));
+    palette.setColor(QPalette::Base, QColor(0xff, 0xff, 0xff));
+    palette.setColor(QPalette::AlternateBase, QColor(0xf6, 0xf8, 0xfa));
+    palette.setColor(QPalette::WindowText, QColor(0x1f, 0x24, 0x2d));
+    palette.setColor(QPalette::Text, QColor(0x1f, 0x24, 0x2d));
+    palette.setColor(QPalette::ButtonText, QColor(0x1f, 0x24, 0x2d));
+    palette.setColor(QPalette::PlaceholderText, QColor(0x7a, 0x82, 0x90));
+    palette.setColor(QPalette::Highlight, QColor(0x1f, 0x6f, 0xd0));
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xcf, 0xd8, 0xe6));
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, QColor(0x1f, 0x24, 0x2d));
+    palette.setColor(QPalette::Link, QColor(0x1f, 0x6f, 0xd0));
+    palette.setColor(QPalette::ToolTipBase, QColor(0xff, 0xff, 0xff));
+    palette.setColor(QPalette::ToolTipText, QColor(0x1f, 0x24, 0x2d));
+    return palette;
+}
+
+QPalette Dark() {
+    QPalette palette(QColor(0x3a, 0x3f, 0x47), QColor(0x2a, 0x2e, 0x35));
+    const QColor text(0xe4, 0xe7, 0xeb);
+    palette.setColor(QPalette::Base, QColor(0x20, 0x23, 0x29));
+    palette.setColor(QPalette::AlternateBase, QColor(0x26, 0x2a, 0x30));
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, text);
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, QColor(0x8b, 0x93, 0xa0));
+    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xb8));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0x3f, 0x4a, 0x59));
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, text);
+    palette.setColor(QPalette::Link, QColor(0x6c, 0xb0, 0xff));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3f, 0x47));
+    return palette;
+}
+
+void DimDisabled(QPalette& palette) {
+    const QColor text = palette.color(QPalette::Active, QPalette::Text);
+    const QColor window = palette.color(QPalette::Active, QPalette::Window);
+    const QColor dim((text.red() + window.red()) / 2, (text.green() + window.green()) / 2,
+                     (text.blue() + window.blue()) / 2);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, dim);
+    palette.setColor(QPalette::Disabled, QPalette::Base, window);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight,
+                     palette.color(QPalette::Inactive, QPalette::Highlight));
+}
+
+} // namespace
+
+void ApplyLook(TPalette choice) {
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QPalette palette = QApplication::style()->standardPalette();
+    const bool dark = choice == TPalette::Dark ||
+                      (choice == TPalette::System && palette.color(QPalette::Window).lightness() < 128);
+    palette = dark ? Dark() : Light();
+    DimDisabled(palette);
+    QApplication::setPalette(palette);
+    QPixmapCache::clear();
+}
+
+bool PaletteIsDark() {
+    return QApplication::palette().color(QPalette::Window).lightness() < 128;
+}
