@@ -51,6 +51,7 @@ Exchange::ImportOptions ReadOptions(const Arguments& arguments) {
     options.ProjectName = arguments.Required("--project");
     options.TypeName = arguments.Value("--type", options.TypeName);
     options.TypeTag = arguments.Value("--tag", options.TypeTag);
+    options.Update = arguments.Has("--update");
     options.DryRun = arguments.Has("--dry-run");
     const std::string onError = arguments.Value("--on-error", "stop");
     if (onError != "stop" && onError != "skip") throw UsageError("--on-error is stop or skip");
@@ -105,10 +106,18 @@ int PrintReport(const std::string& file, const Exchange::ImportOptions& options,
         std::cerr << "Stopped at the first record that cannot be taken; nothing was imported.\n";
         return ExitFailed;
     }
-    std::cout << report.Records << " records read, " << report.Taken << " taken, " << report.Refusals.size()
-              << " not taken";
-    if (report.Headings > 0) std::cout << ", " << report.Headings << " headings made";
+    std::cout << report.Records << " records read: " << report.Taken << " new";
+    if (options.Update)
+        std::cout << ", " << report.Changed << " changed, " << report.AsBefore << " as before";
+    std::cout << ", " << report.Refusals.size() << " not taken";
+    if (report.Headings > 0) std::cout << "; " << report.Headings << " headings made";
     std::cout << ".\n";
+    if (options.Update && report.Missing > 0)
+        std::cout << report.Missing << " requirements of the project are not in the table; they stay.\n";
+    if (!report.Written && !options.DryRun) {
+        std::cout << "Nothing was imported.\n";
+        return report.Refusals.empty() ? ExitDone : ExitFailed;
+    }
     if (report.NewProject) std::cout << "The project \"" << options.ProjectName << "\" is new.\n";
     if (report.NewType) std::cout << "The requirement type \"" << options.TypeName << "\" is new.\n";
     if (options.DryRun) std::cout << "Dry run: nothing was written.\n";
@@ -122,7 +131,7 @@ int RunImport(const std::vector<std::string>& texts) {
                               {"--project", "--id", "--name", "--text", "--rationale", "--separator",
                                "--encoding", "--hierarchy", "--database", "--on-error", "--type", "--tag",
                                "--user"},
-                              {"--dry-run"}, 1);
+                              {"--dry-run", "--update"}, 1);
     auto options = ReadOptions(arguments);
     const std::string bytes = Exchange::ReadFile(arguments.Word(0));
     Backend::BulkWriter writer(ExistingDatabase(arguments));

@@ -18,7 +18,7 @@ constexpr const char* Usage =
                      [--rationale COLUMN] [--separator C] [--encoding NAME]
                      [--hierarchy none|id|columns=A,B,...|parent=COLUMN]
                      [--type NAME] [--tag TAG] [--user NAME]
-                     [--on-error stop|skip] [--dry-run] [--database FILE]
+                     [--update] [--on-error stop|skip] [--dry-run] [--database FILE]
 
 create     makes an empty database
 add-user   asks for the password without showing it, or reads it from standard input
@@ -39,6 +39,8 @@ import     takes a table of separated values into a project, all of it or nothin
   --type, --tag     the requirement type, and the tag of one that is made
   --user NAME       who is named in the history; without it, the user of your system's
                     logon name, or else the first administrator
+  --update          a record whose id is in the project makes a new version of that requirement
+                    when it differs; without it, such a record cannot be taken
   --on-error        stop: the first record that cannot be taken ends the import (default)
                     skip: such records are told and left out
   --dry-run         check and report, write nothing
@@ -66,7 +68,7 @@ int main(int count, char** texts) {
     try {
         return Run({texts + 1, texts + count});
     } catch (const UsageError& error) {
-        std::cerr << "quorane-admin: " << error.what() << ".\n\n" << Usage;
+        std::cerr << "quorane-admin: " << error.what() << ".\n\"quorane-admin --help\" tells the usage.\n";
         return ExitUsage;
     } catch (const std::exception& error) {
         std::cerr << "quorane-admin: " << error.what() << '\n';

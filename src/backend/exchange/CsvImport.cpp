@@ -4,6 +4,7 @@
 #include "backend/service/Refusal.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace Exchange {
 
@@ -20,6 +21,11 @@ int CharactersIn(std::string_view text) {
         std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
+std::string DescriptionOf(const ImportItem& item) {
+    const auto rationale = ParagraphsOf(item.Rationale);
+    return ParagraphsOf(item.Text) + (rationale.empty() ? std::string() : "<h4>Rationale</h4>" + rationale);
+}
+
 class Import {
 public:
     Import(BulkWriter& writer, const ImportTable& table, const ImportOptions& options, ImportReport& report)
@@ -33,7 +39,11 @@ public:
         PrepareProject();
         PrepareType();
         PrepareAttributes();
+        FindKnown();
         FIds.assign(FTable.Items.size(), 0);
+        FReport.Missing = static_cast<int>(FKnown.size());
+        for (const auto& item : FTable.Items)
+            FReport.Missing -= static_cast<int>(FKnown.count(item.Id));
         for (std::size_t i = 0; i < FTable.Items.size(); ++i)
             if (!WriteItem(i, revision) && !FOptions.SkipBad) return false;
         return true;
@@ -75,16 +85,50 @@ private:
             attribute.MaxLength = length <= ShortText ? ShortText : std::max(length, LongText);
             FAttributes.push_back(FWriter.AddAttribute(tab, attribute));
         };
-        prepare(FTable.IdColumn, ShortText);
-        for (std::size_t column = 0; column < FTable.ExtraColumns.size(); ++column) {
-            int longest = 0;
+        const auto longest = [&](const auto& textOf) {
+            int length = 0;
             for (const auto& item : FTable.Items)
-                longest = std::max(longest, CharactersIn(item.Extras[column]));
-            prepare(FTable.ExtraColumns[column], longest);
-        }
+                length = std::max(length, CharactersIn(textOf(item)));
+            return length;
+        };
+        prepare(FTable.IdColumn, longest([](const ImportItem& item) { return item.Id; }));
+        for (std::size_t column = 0; column < FTable.ExtraColumns.size(); ++column)
+            prepare(FTable.ExtraColumns[column],
+                    longest([column](const ImportItem& item) { return item.Extras[column]; }));
+    }
+
+    void FindKnown() {
+        if (FReport.NewType) return;
+        for (auto& [id, requirement] : FWriter.FindByText(FProjectId, FAttributes[0]))
+            FKnown.emplace(std::move(id), requirement);
     }
 
     bool WriteItem(std::size_t position, const Revision& revision) {
+        const auto& item = FTable.Items[position];
+        const auto known = FKnown.find(item.Id);
+        try {
+            if (known == FKnown.end()) return AddItem(position, revision);
+            FIds[position] = known->second;
+            return item.IsHeading || UpdateItem(item, known->second, revision);
+        } catch (const RuleViolation& violation) {
+            return Refuse(item, violation.Sentence());
+        }
+    }
+
+    bool UpdateItem(const ImportItem& item, ObjectId id, const Revision& revision) {
+        if (!FOptions.Update) return Refuse(item, "its id \"" + item.Id + "\" is in the project already");
+        if (const auto user = FWriter.LockedBy(id, revision.Date); !user.empty())
+            return Refuse(item, "the requirement " + item.Id + " is locked by " + user);
+        RequirementChange change;
+        change.Name = item.Name;
+        change.Description = DescriptionOf(item);
+        for (std::size_t column = 0; column < item.Extras.size(); ++column)
+            change.Values.push_back({FAttributes[column + 1], item.Extras[column]});
+        ++(FWriter.AddRevision(id, change, revision) ? FReport.Changed : FReport.AsBefore);
+        return true;
+    }
+
+    bool AddItem(std::size_t position, const Revision& revision) {
         const auto& item = FTable.Items[position];
         NewRequirement requirement;
         requirement.ProjectId = FProjectId;
@@ -94,21 +138,15 @@ private:
             if (requirement.ParentId == 0) return Refuse(item, "the record that it goes under was not taken");
         }
         Fill(requirement, item);
-        try {
-            FIds[position] = FWriter.AddRequirement(requirement, revision);
-        } catch (const RuleViolation& violation) {
-            return Refuse(item, violation.Sentence());
-        }
-        ++(item.Line == 0 ? FReport.Headings : FReport.Taken);
+        FIds[position] = FWriter.AddRequirement(requirement, revision);
+        ++(item.IsHeading ? FReport.Headings : FReport.Taken);
         return true;
     }
 
     void Fill(NewRequirement& requirement, const ImportItem& item) const {
         requirement.Name = item.Name;
-        requirement.Description = ParagraphsOf(item.Text);
-        if (const auto rationale = ParagraphsOf(item.Rationale); !rationale.empty())
-            requirement.Description += "<h4>Rationale</h4>" + rationale;
-        if (!item.Id.empty()) requirement.Values.push_back({FAttributes[0], item.Id});
+        requirement.Description = DescriptionOf(item);
+        requirement.Values.push_back({FAttributes[0], item.Id});
         for (std::size_t column = 0; column < item.Extras.size(); ++column)
             if (!item.Extras[column].empty())
                 requirement.Values.push_back({FAttributes[column + 1], item.Extras[column]});
@@ -125,7 +163,8 @@ private:
     ImportReport& FReport;
     ObjectId FProjectId = 0, FTypeId = 0;
     std::vector<ObjectId> FAttributes;
-    std::vector<ObjectId> FIds; // of the items; 0: not taken
+    std::unordered_map<std::string, ObjectId> FKnown; // requirements of the project by id
+    std::vector<ObjectId> FIds;                       // of the items; 0: not taken
 };
 
 } // namespace
@@ -146,7 +185,8 @@ ImportReport ImportCsv(BulkWriter& writer, std::string_view bytes, const ImportO
     const bool completed = Import(writer, table, options, report).Write(revision);
     std::stable_sort(report.Refusals.begin(), report.Refusals.end(),
                      [](const Refusal& one, const Refusal& other) { return one.Line < other.Line; });
-    if (!completed || options.DryRun) return report;
+    const bool empty = report.Taken + report.Changed == 0;
+    if (!completed || empty || options.DryRun) return report;
     writer.Commit();
     report.Written = true;
     return report;

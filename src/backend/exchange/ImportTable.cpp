@@ -254,16 +254,19 @@ private:
                 const std::string name = Flattened(record->Cells[column]);
                 if (name.empty()) continue;
                 const auto [heading, isNew] = headings.try_emplace({parent, name}, 0);
-                if (isNew) heading->second = Append(HeadingOf(name), parent);
+                if (isNew) heading->second = Append(HeadingOf(name, item.Line, parent), parent);
                 parent = heading->second;
             }
             Append(std::move(item), parent);
         }
     }
 
-    ImportItem HeadingOf(const std::string& name) const {
+    ImportItem HeadingOf(const std::string& name, int line, int parent) const {
         ImportItem heading;
+        heading.IsHeading = true;
+        heading.Line = line;
         heading.Name = name;
+        heading.Id = parent < 0 ? name : FTable.Items[static_cast<std::size_t>(parent)].Id + " / " + name;
         heading.Extras.resize(FLayout.Extras.size());
         return heading;
     }

@@ -38,9 +38,11 @@ struct Refusal {
 };
 
 struct ImportItem {
-    int Line = 0;    // 0: a heading
+    int Line = 0; // a heading's: of the first record below it
+    bool IsHeading = false;
     int Parent = -1; // position of the item that it goes under; always smaller than its own
-    std::string Id, Name, Text, Rationale;
+    std::string Id;  // a heading's: the names from the outermost on, "Part / Chapter"
+    std::string Name, Text, Rationale;
     std::vector<std::string> Extras; // as ImportTable::ExtraColumns
 };
 

@@ -83,6 +83,10 @@ BulkWriter::BulkWriter(const std::string& path, Hashing hashing)
     : FState(std::make_unique<State>(path, hashing)) {}
 BulkWriter::~BulkWriter() = default;
 
+void BulkWriter::LimitPages(int pages) {
+    FState->Target.Db.LimitPages(pages);
+}
+
 void BulkWriter::OnProgress(std::int64_t every, std::function<void(std::int64_t)> handler) {
     FState->Every = every;
     FState->Progress = std::move(handler);
@@ -388,6 +392,16 @@ std::map<std::string, ObjectId> BulkWriter::Attributes(ObjectId typeId) {
         for (const Attribute& attribute : tab.Attributes)
             attributes.emplace(attribute.Name, attribute.Id);
     return attributes;
+}
+
+std::vector<std::pair<std::string, ObjectId>> BulkWriter::FindByText(ObjectId projectId,
+                                                                     ObjectId attributeId) {
+    return FState->Target.Requirements.FindByText(FState->CurrentBaseline(projectId), attributeId);
+}
+
+std::string BulkWriter::LockedBy(ObjectId requirementId, Instant now) {
+    const auto lock = FState->Target.Requirements.FindLock(requirementId, now);
+    return lock ? lock->UserName : std::string();
 }
 
 void BulkWriter::Commit() {

@@ -68,6 +68,9 @@ public:
     // Drops everything that was not committed.
     ~BulkWriter();
 
+    // Refuses to let the file grow beyond so many pages, as a full disk does.
+    void LimitPages(int pages);
+
     // Called after every so many requirements with the number written so far. An
     // exception from it leaves the writing operation.
     void OnProgress(std::int64_t every, std::function<void(std::int64_t written)> handler);
@@ -123,6 +126,13 @@ public:
     ObjectId FindRequirementType(ObjectId projectId, const std::string& name);
     // The attributes of a type's custom tabs by name.
     std::map<std::string, ObjectId> Attributes(ObjectId typeId);
+
+    // Requirements as they are now, by their own value of a text attribute.
+    std::vector<std::pair<std::string, ObjectId>> FindByText(ObjectId projectId, ObjectId attributeId);
+    // The display name of the user who is editing the requirement at that time; empty
+    // when nobody is. Revisions are written over a lock, so who shares the database
+    // with clients asks first.
+    std::string LockedBy(ObjectId requirementId, Instant now);
 
     // Makes everything lasting; the writer can be used no more. Raises StoreError,
     // and then nothing was written.

@@ -105,6 +105,18 @@ std::vector<AttributeValue> RequirementTable::ReadValues(std::int64_t versionId,
     return values;
 }
 
+std::vector<std::pair<std::string, ObjectId>> RequirementTable::FindByText(ObjectId baselineId,
+                                                                           ObjectId attributeId) {
+    std::vector<std::pair<std::string, ObjectId>> found;
+    Rows rows =
+        FDatabase.Query("select v.text_value, n.node_id from tree_node n join attribute_value v on "
+                        "v.version_id = n.version_id where n.baseline_id = $1 and v.attribute_id = $2",
+                        baselineId, attributeId);
+    while (rows.Next())
+        found.emplace_back(rows.Text(0), rows.Int(1));
+    return found;
+}
+
 std::vector<DocumentReference> RequirementTable::ReadReferences(std::int64_t versionId) {
     std::vector<DocumentReference> references;
     Rows rows = FDatabase.Query("select kind, target, description, is_key from document_reference "

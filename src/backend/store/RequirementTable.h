@@ -51,6 +51,9 @@ public:
     void AddReferences(std::int64_t versionId, const std::vector<DocumentReference>& references);
     void AddAssignments(std::int64_t versionId, const std::vector<Assignment>& assignments);
 
+    // Requirements of a baseline by their own value of a text attribute.
+    std::vector<std::pair<std::string, ObjectId>> FindByText(ObjectId baselineId, ObjectId attributeId);
+
     std::optional<RequirementVersion> ReadVersion(std::int64_t versionId);
     RequirementText ReadText(std::int64_t textId);
     // One for each attribute of the type, status and priority first; those without
