@@ -53,22 +53,34 @@ const wire::Baseline* FindBaseline(const wire::Project& project, std::int32_t id
     return FindById(project.baselines(), id);
 }
 
-void TRequirementState::TakeSaved(const wire::SaveRequirementReply& reply) {
-    auto saved = std::make_shared<wire::Requirement>(*Snapshot);
-    *saved->mutable_version() = reply.version();
-    if (Changes.has_name()) saved->set_name(Changes.name());
-    if (Changes.has_description()) saved->set_description(Changes.description());
-    if (Changes.has_validation()) saved->set_validation(Changes.validation());
-    if (Changes.has_owner_id()) saved->set_owner_id(Changes.owner_id());
-    if (Changes.has_references()) *saved->mutable_references() = Changes.references().references();
-    if (Changes.has_responsible_users())
-        *saved->mutable_responsible_users() = Changes.responsible_users().assignments();
-    for (const wire::AttributeValue& value : Changes.values()) {
-        for (auto* fixed : {saved->mutable_status(), saved->mutable_priority()})
+wire::SaveRequirementRequest TRequirementState::WrittenChanges() const {
+    wire::SaveRequirementRequest changes = Changes;
+    if (changes.has_references())
+        for (const auto& reference : *References)
+            *changes.mutable_references()->add_references() = *reference;
+    if (changes.has_responsible_users())
+        for (const auto& assignment : *Assignments)
+            *changes.mutable_responsible_users()->add_assignments() = *assignment;
+    return changes;
+}
+
+void TRequirementState::TakeSaved(const wire::SaveRequirementRequest& saved,
+                                  const wire::SaveRequirementReply& reply) {
+    auto now = std::make_shared<wire::Requirement>(*Snapshot);
+    *now->mutable_version() = reply.version();
+    if (saved.has_name()) now->set_name(saved.name());
+    if (saved.has_description()) now->set_description(saved.description());
+    if (saved.has_validation()) now->set_validation(saved.validation());
+    if (saved.has_owner_id()) now->set_owner_id(saved.owner_id());
+    if (saved.has_references()) *now->mutable_references() = saved.references().references();
+    if (saved.has_responsible_users())
+        *now->mutable_responsible_users() = saved.responsible_users().assignments();
+    for (const wire::AttributeValue& value : saved.values()) {
+        for (auto* fixed : {now->mutable_status(), now->mutable_priority()})
             if (fixed->attribute_id() == value.attribute_id()) *fixed = value;
-        if (auto* other = FindValueIn(*saved->mutable_values(), value.attribute_id())) *other = value;
+        if (auto* other = FindValueIn(*now->mutable_values(), value.attribute_id())) *other = value;
     }
-    Snapshot = std::move(saved);
+    Snapshot = std::move(now);
     Stamp = reply.stamp();
     Changes.Clear();
 }

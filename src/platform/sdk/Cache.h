@@ -61,8 +61,10 @@ struct TRequirementState {
 
     std::int32_t Id() const { return Snapshot->id(); }
     bool IsChanged() const { return Changes.ByteSizeLong() > 0; }
+    // The changes with the lists as their objects stand now.
+    wire::SaveRequirementRequest WrittenChanges() const;
     // What a save made lasting: it is read from now on and sent no more.
-    void TakeSaved(const wire::SaveRequirementReply& reply);
+    void TakeSaved(const wire::SaveRequirementRequest& saved, const wire::SaveRequirementReply& reply);
     // The value as written, else as read; empty when the requirement has none for
     // that attribute.
     const wire::AttributeValue* FindValue(std::int32_t attributeId) const;

@@ -27,17 +27,14 @@ bool IsBroken(const grpc::Status& status) {
 
 [[noreturn]] void RaiseStatus(std::string_view request, const grpc::Status& status) {
     const std::string& message = status.error_message();
-    switch (status.error_code()) {
-    case grpc::StatusCode::UNAUTHENTICATED:
-    case grpc::StatusCode::UNAVAILABLE:
-    case grpc::StatusCode::DEADLINE_EXCEEDED:
-    case grpc::StatusCode::CANCELLED:
-        RaiseLostConnection(message.empty() ? "The server does not answer." : message);
-    default:
-        if (IsRefusal(message)) RaiseFailure(message);
-        RaiseFailure("RemoteServerException: The request " + std::string(request) + " failed with status " +
-                     std::to_string(status.error_code()) + ": " + message);
-    }
+    const grpc::StatusCode code = status.error_code();
+    if (code == grpc::StatusCode::UNAUTHENTICATED) RaiseLostConnection(message);
+    if (IsRefusal(message)) RaiseFailure(message);
+    if (code == grpc::StatusCode::UNAVAILABLE || code == grpc::StatusCode::DEADLINE_EXCEEDED ||
+        code == grpc::StatusCode::CANCELLED)
+        RaiseLostConnection("The request " + std::string(request) + " got no answer: " + message);
+    RaiseFailure("RemoteServerException: The request " + std::string(request) + " failed with status " +
+                 std::to_string(code) + ": " + message);
 }
 
 } // namespace

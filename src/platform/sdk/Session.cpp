@@ -23,6 +23,7 @@ std::shared_ptr<TSession> TSession::LogOn(std::shared_ptr<TConnection> connectio
 TSession::TSession(std::shared_ptr<TConnection> connection, const wire::LoginReply& reply)
     : FConnection(std::move(connection))
     , FUserId(reply.user_id())
+    , FServerVersion(reply.server_version())
     , FLeases(std::make_unique<TLeaseKeeper>(FConnection, std::chrono::seconds(reply.lease_seconds()),
                                              std::chrono::seconds(reply.session_seconds()))) {}
 
@@ -135,88 +136,6 @@ std::shared_ptr<TTreeData> TSession::Tree(std::int32_t baselineId) {
     return tree;
 }
 
-std::shared_ptr<TRequirementState> TSession::LatestRequirement(std::int32_t id) {
-    const auto known = FLatest.find(id);
-    const bool isKnown = known != FLatest.end();
-    if (isKnown && HoldsLock(id)) return known->second;
-    wire::GetRequirementRequest request;
-    request.set_latest_id(id);
-    return FLatest[id] = ReadRequirement(request, isKnown ? known->second.get() : nullptr);
-}
-
-std::shared_ptr<TRequirementState> TSession::RequirementIn(std::int32_t id, std::int32_t baselineId) {
-    const auto project = FindProjectOfBaseline(baselineId);
-    if (project && project->current_baseline_id() == baselineId) return LatestRequirement(id);
-    const auto known = FFrozen.find({id, baselineId});
-    wire::GetRequirementRequest request;
-    request.mutable_exact()->set_id(id);
-    request.mutable_exact()->set_baseline_id(baselineId);
-    return FFrozen[{id, baselineId}] =
-               ReadRequirement(request, known == FFrozen.end() ? nullptr : known->second.get());
-}
-
-std::shared_ptr<TRequirementState>
-TSession::CreateRequirement(const wire::CreateRequirementRequest& request) {
-    auto reply = Connection().Tell("CreateRequirement", &TStub::CreateRequirement, request);
-    auto state = std::make_shared<TRequirementState>();
-    state->Snapshot = std::make_shared<wire::Requirement>(std::move(*reply.mutable_requirement()));
-    state->Stamp = reply.stamp();
-    state->IsNew = true;
-    return state;
-}
-
-void TSession::Save(TRequirementState& requirement, const std::string& comment) {
-    wire::SaveRequirementRequest request = requirement.Changes;
-    request.set_id(requirement.Id());
-    request.set_stamp(requirement.Stamp);
-    request.set_comment(comment);
-    requirement.TakeSaved(Connection().Tell("SaveRequirement", &TStub::SaveRequirement, request));
-}
-
-void TSession::Lock(std::int32_t id) {
-    wire::LockRequest request;
-    request.set_id(id);
-    Connection().Ask("Lock", &TStub::Lock, request);
-    FLeases->Granted(id);
-}
-
-void TSession::Lock(const std::shared_ptr<TRequirementState>& requirement) {
-    const std::int32_t id = requirement->Id();
-    wire::LockRequest request;
-    request.set_id(id);
-    const wire::LockReply reply = Connection().Ask("Lock", &TStub::Lock, request);
-    FLeases->Granted(id);
-    if (requirement->Stamp == reply.stamp()) {
-        FLatest[id] = requirement;
-        return;
-    }
-    Unlock(id);
-    RaiseChangedMeanwhile(id);
-}
-
-void TSession::Unlock(std::int32_t id) {
-    wire::UnlockRequest request;
-    request.set_id(id);
-    Connection().Ask("Unlock", &TStub::Unlock, request);
-    FLeases->Released(id);
-}
-
-bool TSession::HoldsLock(std::int32_t id) {
-    if (!FLeases) return false;
-    const auto hold = FLeases->Holds(id);
-    if (hold != TLeaseKeeper::EHold::Lapsed) return hold == TLeaseKeeper::EHold::Held;
-    const auto sent = std::chrono::steady_clock::now();
-    try {
-        FLeases->Renewed(Connection().Ask("KeepAlive", &TStub::KeepAlive, wire::KeepAliveRequest()), sent);
-    } catch (const EOleSysError&) {
-        // Told once: the lease is over, and who asks at every idle moment would hear
-        // of it without end.
-        FLeases->Released(id);
-        throw;
-    }
-    return FLeases->Holds(id) == TLeaseKeeper::EHold::Held;
-}
-
 std::shared_ptr<TDiscussionData> TSession::Discussion(std::int32_t requirementId) {
     if (const auto known = FDiscussions.find(requirementId); known != FDiscussions.end())
         return known->second;
@@ -229,6 +148,24 @@ std::shared_ptr<TDiscussionData> TSession::Discussion(std::int32_t requirementId
         for (wire::DiscussionMessage& message : *batch.mutable_messages())
             discussion->Messages.push_back(std::move(message));
     return FDiscussions[requirementId] = discussion;
+}
+
+void TSession::Post(TDiscussionData& discussion, std::int32_t parentId, const std::string& subject,
+                    const std::string& body) {
+    wire::PostMessageRequest request;
+    request.set_requirement_id(discussion.RequirementId);
+    request.set_parent_id(parentId);
+    request.set_subject(subject);
+    request.set_body(body);
+    auto reply = Connection().Tell("PostMessage", &TStub::PostMessage, request);
+    discussion.Messages.push_back(std::move(*reply.mutable_message()));
+}
+
+void TSession::MarkRead(std::int32_t messageId, bool read) {
+    wire::MarkReadRequest request;
+    request.set_message_id(messageId);
+    request.set_read(read);
+    Connection().Ask("MarkRead", &TStub::MarkRead, request);
 }
 
 std::vector<wire::Trace> TSession::TracesOf(std::int32_t id, std::int32_t baselineId, bool away) {
@@ -244,35 +181,39 @@ std::vector<wire::Trace> TSession::TracesOf(std::int32_t id, std::int32_t baseli
     return {asked.begin(), asked.end()};
 }
 
+wire::Trace TSession::CreateTrace(const wire::CreateTraceRequest& request) {
+    auto reply = Connection().Tell("CreateTrace", &TStub::CreateTrace, request);
+    return std::move(*reply.mutable_trace());
+}
+
+void TSession::SaveTrace(const wire::Trace& trace) {
+    wire::SaveTraceRequest request;
+    request.set_id(trace.id());
+    request.set_suspect(trace.suspect());
+    Connection().Ask("SaveTrace", &TStub::SaveTrace, request);
+}
+
+void TSession::RemoveTrace(std::int32_t id) {
+    wire::RemoveTraceRequest request;
+    request.set_id(id);
+    Connection().Tell("RemoveTrace", &TStub::RemoveTrace, request);
+}
+
+std::int32_t TSession::SaveIntegration(const wire::Integration& integration) {
+    wire::SaveIntegrationRequest request;
+    *request.mutable_integration() = integration;
+    const auto reply = Connection().Tell("SaveIntegration", &TStub::SaveIntegration, request);
+    FIntegrations.reset();
+    return reply.id();
+}
+
 void TSession::TakeDirectory(wire::Directory&& directory) {
     FDirectory = std::make_shared<TDirectory>(std::move(directory));
 }
 
-std::shared_ptr<TRequirementState> TSession::ReadRequirement(wire::GetRequirementRequest& request,
-                                                             const TRequirementState* known) {
-    if (known) request.set_known_stamp(known->Stamp);
-    request.set_known_directory_revision(KnownDirectory());
-    auto reply = Connection().Ask("GetRequirement", &TStub::GetRequirement, request);
-    if (reply.has_directory()) TakeDirectory(std::move(*reply.mutable_directory()));
-    auto state = std::make_shared<TRequirementState>();
-    if (reply.has_requirement())
-        state->Snapshot = std::make_shared<wire::Requirement>(std::move(*reply.mutable_requirement()));
-    else if (known)
-        state->Snapshot = known->Snapshot;
-    else
-        RaiseFailure("RemoteServerException: The server gave no requirement.");
-    state->Stamp = reply.stamp();
-    // The answer to a lock may have been lost on the way.
-    if (reply.lock().by_this_session()) FLeases->Granted(state->Id());
-    return state;
-}
-
-void TSession::RaiseChangedMeanwhile(std::int32_t id) {
-    const auto newest = LatestRequirement(id);
-    const wire::User* user = Directory()->FindUser(newest->Snapshot->changed_by_id());
-    RaiseFailure("ConcurrentModificationException: " + (user ? user->name() : std::string("Somebody")) +
-                 " has changed the requirement " + newest->Snapshot->serial_number() +
-                 " since it was read here. Select it again to go on from the newest version.");
+void TSession::ForgetTrees() {
+    for (const auto& [id, tree] : FTrees)
+        tree->Forget();
 }
 
 } // namespace Sdk

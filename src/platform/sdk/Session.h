@@ -5,6 +5,7 @@
 
 #include "platform/sdk/Cache.h"
 #include "platform/sdk/Connection.h"
+#include "platform/sdk/ImageCache.h"
 #include "platform/sdk/LeaseKeeper.h"
 #include "platform/sdk/TreeData.h"
 
@@ -32,6 +33,8 @@ public:
     // Raises the failure of a lost connection after LogOut.
     TConnection& Connection();
     std::int32_t UserId() const { return FUserId; }
+    const std::string& ServerVersion() const { return FServerVersion; }
+    const TImageCache& Images() const { return FImages; }
     // Forgets what that cache holds, with what was written and not saved.
     void Clear(ECache cache);
 
@@ -62,8 +65,13 @@ public:
     // The version that the baseline holds.
     std::shared_ptr<TRequirementState> RequirementIn(std::int32_t id, std::int32_t baselineId);
     std::shared_ptr<TRequirementState> CreateRequirement(const wire::CreateRequirementRequest& request);
-    // Everything written to it; it stays locked.
+    // Everything written to it; it stays locked. One that this client has made and
+    // not locked is locked for as long as it takes.
     void Save(TRequirementState& requirement, const std::string& comment);
+    // With everything below it.
+    void RemoveRequirement(std::int32_t id);
+    // The newest revision first.
+    std::vector<wire::HistoryRevision> History(std::int32_t id, std::int32_t baselineId);
 
     void Lock(std::int32_t id);
     // The same for a requirement that was read before: refused when somebody has
@@ -74,14 +82,25 @@ public:
     bool HoldsLock(std::int32_t id);
 
     std::shared_ptr<TDiscussionData> Discussion(std::int32_t requirementId);
+    // Adds the new message behind the others. ParentId 0: at the top.
+    void Post(TDiscussionData& discussion, std::int32_t parentId, const std::string& subject,
+              const std::string& body);
+    void MarkRead(std::int32_t messageId, bool read);
+
     // Both lists come in one round trip. The one that is not asked for first is kept
     // for the next question, and for that one alone.
     std::vector<wire::Trace> TracesOf(std::int32_t id, std::int32_t baselineId, bool away);
+    wire::Trace CreateTrace(const wire::CreateTraceRequest& request);
+    void SaveTrace(const wire::Trace& trace);
+    void RemoveTrace(std::int32_t id);
+    // Gives the integration's number.
+    std::int32_t SaveIntegration(const wire::Integration& integration);
 
 private:
     TSession(std::shared_ptr<TConnection> connection, const wire::LoginReply& reply);
 
     void TakeDirectory(wire::Directory&& directory);
+    void ForgetTrees();
     std::int64_t KnownDirectory() const { return FDirectory ? FDirectory->Data().revision() : 0; }
     std::shared_ptr<TRequirementState> ReadRequirement(wire::GetRequirementRequest& request,
                                                        const TRequirementState* known);
@@ -89,6 +108,8 @@ private:
 
     const std::shared_ptr<TConnection> FConnection;
     const std::int32_t FUserId;
+    const std::string FServerVersion;
+    const TImageCache FImages{TImageCache::DefaultFolder()};
     std::unique_ptr<TLeaseKeeper> FLeases;
     bool FLoggedOut = false;
 

@@ -1,0 +1,35 @@
+// The pictures of descriptions on this machine. A stored description names a picture
+// by the hash of its bytes; a shown one by the file in this cache.
+#pragma once
+
+#include "platform/sdk/Connection.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace Sdk {
+
+class TImageCache {
+public:
+    // The folder need not exist yet.
+    explicit TImageCache(std::filesystem::path folder);
+    // "quorane/images" in the user's folder for what can be made again.
+    static std::filesystem::path DefaultFolder();
+
+    // One round trip for a picture that is not here. One that the server lacks, or
+    // that cannot be stored, is left out: the description shows without it. Raises
+    // the failure of a lost connection.
+    void Fetch(TConnection& connection, const std::string& hash) const;
+
+    // Each the inverse of the other, of a whole description.
+    std::string ToShown(const std::string& html) const;
+    std::string ToStored(const std::string& html) const;
+
+private:
+    std::string Prefix() const;
+
+    const std::filesystem::path FFolder;
+};
+
+} // namespace Sdk
