@@ -1,7 +1,7 @@
 #include "backend/exchange/CsvImport.h"
 
 #include "backend/exchange/Xhtml.h"
-#include "backend/service/Refusal.h"
+#include "backend/rules/Refusal.h"
 
 #include <algorithm>
 #include <unordered_map>
