@@ -223,6 +223,8 @@ private:
     void ShowCustomTabAttributes(TListItem* item);
     void RefreshCustomTabs();
     void CreateCustomTabs();
+    void CreateCustomTab(const Quorane_TLB::Handle<Quorane_TLB::ICustomTab>& tab);
+    int AddTabImage(const Quorane_TLB::Handle<Quorane_TLB::ICustomTab>& tab);
 
     // Edit cycle
     void actSaveExecute();

@@ -8,12 +8,16 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "frames/URequirementPanel.h"
 #include "server/Quorane_TLB.h"
 
 class TRequirementTreeNodeContainer;
+class TBitmap;
+class TLabel;
 class TTreeNode;
 class TTreeView;
 
@@ -69,7 +73,67 @@ public:
     void LockCurrentRequirement() override;
     void UpdateDescription() override;
 
+    // What GetUDAIntegerValue gives for an attribute without a value.
+    static constexpr std::int32_t NoIntegerValue = -2147483646;
+    static constexpr int TabIconSize = 16;
+
+    // Adds the label and the widget for an attribute of CurrentRequirement to parent,
+    // at top, in pixels, which moves below them; nothing for a kind without a widget. A
+    // widget whose attribute has no value is disabled and says so in its hint; a date
+    // without a value raises Exception.
+    void CreateAttributeControl(int& top, TWinControl& parent,
+                                const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute);
+    // The same for one kind each; parent owns what is made.
+    void CreateSLTextAttribute(int& top, TWinControl& parent,
+                               const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute);
+    void CreateMLTextAttribute(int& top, TWinControl& parent,
+                               const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute);
+    void CreateCheckBoxAttribute(int& top, TWinControl& parent,
+                                 const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute);
+    void CreateFloatAttribute(int& top, TWinControl& parent,
+                              const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute);
+    void CreateIntegerAttribute(int& top, TWinControl& parent,
+                                const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute);
+    void CreateDateAttribute(int& top, TWinControl& parent,
+                             const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute);
+    void CreateSSListAttribute(int& top, TWinControl& parent,
+                               const Quorane_TLB::Handle<Quorane_TLB::IUDAList>& list);
+    void CreateMSListAttribute(int& top, TWinControl& parent,
+                               const Quorane_TLB::Handle<Quorane_TLB::IUDAList>& list);
+    TLabel& CreateAttributeLabel(TWinControl& parent, int& top,
+                                 const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute);
+    // A name for the control that was last added to the given one.
+    static std::string UDAControlName(const TWinControl& control);
+
+    // The value that CurrentRequirement holds for the attribute, and what is in it. The
+    // handle is empty when there is none; the result is then empty, NoIntegerValue, 0,
+    // false or no position.
+    std::string GetUDATextValue(const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute,
+                                Quorane_TLB::Handle<Quorane_TLB::IUDATextValue>& value) const;
+    std::int32_t GetUDAIntegerValue(const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute,
+                                    Quorane_TLB::Handle<Quorane_TLB::IUDAIntegerValue>& value) const;
+    float GetUDAFloatValue(const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute,
+                           Quorane_TLB::Handle<Quorane_TLB::IUDAFloatValue>& value) const;
+    double GetUDADateValue(const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute,
+                           Quorane_TLB::Handle<Quorane_TLB::IUDADateValue>& value) const;
+    bool GetUDABooleanValue(const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute,
+                            Quorane_TLB::Handle<Quorane_TLB::IUDABooleanValue>& value) const;
+    void GetUDAListValues(const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute,
+                          std::vector<std::int32_t>& positions,
+                          Quorane_TLB::Handle<Quorane_TLB::IUDAListValue>& value) const;
+
+    // Writes what the user has changed in an attribute's widget, under the lock. Does
+    // nothing while custom tabs are made. Reports failures itself.
+    void ChangeAttributeUI(TWinControl& control);
+
+    // The picture of a custom tab from its pixels, three integers each, row by row;
+    // empty for no pixels.
+    static std::unique_ptr<TBitmap>
+    GenerateTempIcon(const Quorane_TLB::Handle<Quorane_TLB::IStCollection>& pixels);
+
 private:
+    static void FinishAttributeControl(TWinControl& control, TWinControl& parent, int& top,
+                                       const Quorane_TLB::Handle<Quorane_TLB::IAttributeValue>& value);
     Quorane_TLB::Handle<Quorane_TLB::IRequirementTreeNode> ReadSelectedNodeAgain();
     TTreeNode* SearchDownwards(TTreeNode& ancestor,
                                const Quorane_TLB::Handle<Quorane_TLB::ITreeNode>& wanted);
