@@ -1,8 +1,8 @@
 // A database of a test's own, and what is looked up in it.
 #pragma once
 
+#include "backend/rules/Connection.h"
 #include "backend/service/BulkWriter.h"
-#include "backend/service/Connection.h"
 #include "support/TempFolder.h"
 
 #include <string>
