@@ -21,7 +21,7 @@ protected:
     static void SetUpTestSuite() {
         Folder = std::make_unique<TTempFolder>();
         Path = Folder->File("sample.db");
-        BuildSampleDatabase(Path, QUORANE_SAMPLES_DIR, Quick);
+        BuildSampleDatabase({Path, QUORANE_SAMPLES_DIR, {}, Quick});
     }
     static void TearDownTestSuite() { Folder.reset(); }
 
@@ -166,7 +166,7 @@ TEST_F(SampleDatabase, TracesOnlySourceFilesThatAreThere) {
 TEST_F(SampleDatabase, IsTheSameEachTime) {
     const TTempFolder folder;
     const auto again = folder.File("again.db");
-    BuildSampleDatabase(again, QUORANE_SAMPLES_DIR, Quick);
+    BuildSampleDatabase({again, QUORANE_SAMPLES_DIR, {}, Quick});
     constexpr Backend::Sql versions =
         "select id, requirement_id, minor, name, changed from requirement_version";
     EXPECT_EQ(TestDatabase::RowsOf(again, versions, 5), Rows(versions, 5));
@@ -190,7 +190,7 @@ TEST_P(BrokenSamples, AreToldWithTheirPlace) {
     WriteFile(folder.Path() / "p" / "t.txt",
               std::string("# R\nstatus: Draft\npriority: Must\n") + GetParam().Requirement);
     try {
-        BuildSampleDatabase(folder.File("s.db"), folder.Path().string(), Quick);
+        BuildSampleDatabase({folder.File("s.db"), folder.Path().string(), {}, Quick});
         FAIL();
     } catch (const OutlineError& error) {
         EXPECT_THAT(error.what(),

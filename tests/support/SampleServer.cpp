@@ -13,7 +13,8 @@ const std::string& Template() {
     static const TTempFolder folder;
     static const std::string path = [] {
         std::string file = folder.File("sample.db");
-        Exchange::BuildSampleDatabase(file, QUORANE_SAMPLES_DIR, Backend::BulkWriter::Hashing::QuickForTests);
+        Exchange::BuildSampleDatabase(
+            {file, QUORANE_SAMPLES_DIR, {}, Backend::BulkWriter::Hashing::QuickForTests});
         return file;
     }();
     return path;

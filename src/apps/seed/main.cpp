@@ -12,13 +12,15 @@
 namespace {
 
 constexpr const char* Usage =
-    R"(Usage: quorane-seed --database FILE [--samples DIR]
+    R"(Usage: quorane-seed --database FILE [--samples DIR] [--source DIR]
        quorane-seed --database FILE --generate N [--children-of-one M]
 
 Makes a new database. FILE must not be there yet.
 
   --samples DIR         write the sample projects whose texts stand in DIR; without it,
                         those beside this program or in $QUORANE_SAMPLES
+  --source DIR          where the sample source files lie that requirements are traced to;
+                        without it, the folder "source" of the sample texts
   --generate N          write one project of N requirements instead; its only user is
                         "admin" with the password "admin"
   --children-of-one M   of these, let M be children of one requirement
@@ -27,7 +29,7 @@ Exit status: 0 done, 1 failed (no file is left behind), 2 wrong usage.
 )";
 
 struct Arguments {
-    std::string Database, Samples;
+    std::string Database, Samples, Source;
     std::optional<std::int64_t> Generate;
     std::int64_t ChildrenOfOne = 0;
 };
@@ -50,6 +52,8 @@ std::optional<Arguments> Parse(int count, char** texts) {
             arguments.Database = texts[i + 1];
         else if (option == "--samples")
             arguments.Samples = texts[i + 1];
+        else if (option == "--source")
+            arguments.Source = texts[i + 1];
         else if (option == "--generate" && number)
             arguments.Generate = number;
         else if (option == "--children-of-one" && number)
@@ -82,7 +86,7 @@ void Build(const std::string& path, const Arguments& arguments, const char* prog
     }
     const auto samples =
         arguments.Samples.empty() ? FindSamples(program) : std::filesystem::path(arguments.Samples);
-    Exchange::BuildSampleDatabase(path, samples.string());
+    Exchange::BuildSampleDatabase({path, samples.string(), arguments.Source});
 }
 
 } // namespace

@@ -24,10 +24,11 @@ QString SamplesFolder() {
     return told.isEmpty() ? Beside(QStringLiteral("samples")) : told;
 }
 
-void SeedDatabase(const QString& database) {
+void SeedDatabase(const QString& database, const QString& source) {
     constexpr int longestMs = 60'000;
     QProcess seed;
-    seed.start(Beside(QStringLiteral("quorane-seed")), {QStringLiteral("--database"), database});
+    seed.start(Beside(QStringLiteral("quorane-seed")),
+               {QStringLiteral("--database"), database, QStringLiteral("--source"), source});
     if (!seed.waitForStarted())
         Fail(QStringLiteral("The sample project cannot be made: %1.").arg(seed.errorString()));
     const bool ended = seed.waitForFinished(longestMs);
@@ -50,11 +51,11 @@ void CopyFolder(const QString& from, const QString& to) {
 
 TSampleProject PrepareSampleProject(const QString& dataFolder) {
     if (!QDir().mkpath(dataFolder)) Fail(QStringLiteral("The folder %1 cannot be made.").arg(dataFolder));
-    const QString database = dataFolder + QStringLiteral("/quorane.db");
-    if (!QFileInfo::exists(database)) SeedDatabase(database);
-
     const QString source = dataFolder + QStringLiteral("/source");
     if (!QFileInfo::exists(source)) CopyFolder(SamplesFolder() + QStringLiteral("/source"), source);
+
+    const QString database = dataFolder + QStringLiteral("/quorane.db");
+    if (!QFileInfo::exists(database)) SeedDatabase(database, source);
     return {source, QStringLiteral("Sample project: View, Quorane Requirements; server “local”, user “anna”, "
                                    "password “hearth-anna”")};
 }

@@ -43,19 +43,24 @@ std::vector<std::filesystem::path> ProjectFolders(const std::filesystem::path& s
     return folders;
 }
 
+std::filesystem::path AbsolutePath(const std::filesystem::path& path) {
+    return std::filesystem::absolute(path).lexically_normal();
+}
+
 } // namespace
 
-void BuildSampleDatabase(const std::string& databasePath, const std::string& samplesFolder,
-                         BulkWriter::Hashing hashing) {
-    const auto samples = std::filesystem::absolute(samplesFolder).lexically_normal();
+void BuildSampleDatabase(const SampleOptions& options) {
+    const auto samples = AbsolutePath(options.SamplesFolder);
+    const auto source =
+        options.SourceFolder.empty() ? samples / "source" : AbsolutePath(options.SourceFolder);
     const auto people = ReadOutline((samples / "people.txt").string());
-    BulkWriter writer(databasePath, hashing);
+    BulkWriter writer(options.DatabasePath, options.Hashing);
     SampleNames names;
     for (const auto& entry : people)
         WritePerson(writer, names, entry);
     std::deque<SampleProject> projects;
     for (const auto& folder : ProjectFolders(samples))
-        projects.emplace_back(writer, names, folder).Write();
+        projects.emplace_back(writer, names, folder, source).Write();
     for (auto& project : projects)
         project.WriteTraces();
     writer.Commit();

@@ -38,10 +38,12 @@ Instant InstantOf(const OutlineEntry& entry, const std::string& key) {
 
 } // namespace
 
-SampleProject::SampleProject(BulkWriter& writer, SampleNames& names, std::filesystem::path folder)
+SampleProject::SampleProject(BulkWriter& writer, SampleNames& names, std::filesystem::path folder,
+                             std::filesystem::path sourceFolder)
     : FWriter(writer)
     , FNames(names)
     , FFolder(std::move(folder))
+    , FSourceFolder(std::move(sourceFolder))
     , FEntries(ReadOutline((FFolder / "project.txt").string())) {}
 
 void SampleProject::Write() {
@@ -243,7 +245,7 @@ void SampleProject::WriteTrace(const SampleRequirement& plan, const OutlineField
 
 void SampleProject::WriteSourceTrace(const SampleRequirement& plan, const OutlineField& field, bool away,
                                      bool suspect) {
-    const auto path = FFolder.parent_path() / "source" / field.Text;
+    const auto path = FSourceFolder / field.Text;
     if (!std::filesystem::exists(path))
         throw OutlineError(plan.Entry->File, field.Line, "there is no file " + path.string());
     ExternalObject object;

@@ -17,8 +17,9 @@ struct SampleNames {
 
 class SampleProject {
 public:
-    // Folder: the one with the project.txt, beside which stand pictures, icons and source.
-    SampleProject(Backend::BulkWriter& writer, SampleNames& names, std::filesystem::path folder);
+    // Folder: the one with the project.txt, beside which stand pictures and icons.
+    SampleProject(Backend::BulkWriter& writer, SampleNames& names, std::filesystem::path folder,
+                  std::filesystem::path sourceFolder);
 
     // Everything but traces.
     void Write();
@@ -49,7 +50,7 @@ private:
 
     Backend::BulkWriter& FWriter;
     SampleNames& FNames;
-    std::filesystem::path FFolder;
+    std::filesystem::path FFolder, FSourceFolder;
     std::vector<OutlineEntry> FEntries;
     std::deque<std::vector<OutlineEntry>> FTexts; // of the requirements; entries stay where they are
     std::deque<SampleType> FTypes;
