@@ -1,41 +1,17 @@
-// The real panel with real widgets, on the real SDK and service with the sample
-// projects, in a fake host.
+// A test's own panel stage. A case that leaves an error box or a message box behind
+// that it did not look at has failed.
 #pragma once
-
-#include <memory>
-#include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
-#include "panel/QuoraneDockForm.h"
-#include "support/Actor.h"
-#include "support/FakeHost.h"
-#include "support/FakeSystemServices.h"
-#include "support/SampleServer.h"
-#include "support/ScriptedDialogs.h"
+#include "support/PanelStage.h"
 
-class TPanelFixture : public testing::Test {
+class TPanelFixture : public testing::Test, protected TPanelStage {
 protected:
-    TPanelFixture();
-    ~TPanelFixture() override;
-
-    TfrmQuoraneMain& Panel();
-    TQuoraneGUIHelpers& Helpers();
-
-    // Shows the panel and fills the logon dialog in. Gives whether the panel is
-    // connected then.
-    bool LogOn(const std::string& user = "anna");
-    bool LogOn(const std::string& host, const std::string& user, const std::string& password);
-    // A list's entries, a node's children.
-    static std::vector<std::string> Entries(TComboBox& list);
-    static std::vector<std::string> Children(TTreeNode& node);
-    // Selects by the texts below the project's node.
-    TTreeNode& Select(const std::vector<std::string>& path);
-
-    TScriptedDialogs Dialogs;
-    TFakeSystemServices System;
-    TFakeHost Host;
-    std::unique_ptr<TSampleServer> Server;
-    std::unique_ptr<TActor> User;
+    void TearDown() override {
+        for (const std::string& error : Dialogs.Errors())
+            ADD_FAILURE() << "an error box was left unread: " << error;
+        for (const TMessage& message : Dialogs.Unexpected())
+            ADD_FAILURE() << "an unexpected box: " << message.Text;
+    }
 };

@@ -1,35 +1,35 @@
-#include "support/PanelFixture.h"
+#include "support/PanelStage.h"
 
 #include "platform/widgets/Containers.h"
 #include "platform/widgets/Lists.h"
 #include "server/UQuoraneLogonForm.h"
 #include "server/UQuoraneSession.h"
 
-TPanelFixture::TPanelFixture()
-    : Server(std::make_unique<TSampleServer>()) {
+TPanelStage::TPanelStage(const std::string& database)
+    : Server(std::make_unique<TSampleServer>(database)) {
     TfrmQuoraneMain::CreateForm();
     Panel().SetBounds(0, 0, 420, 700);
     User = std::make_unique<TActor>(Panel().Widget());
 }
 
-TPanelFixture::~TPanelFixture() {
+TPanelStage::~TPanelStage() {
     TfrmQuoraneMain::RemoveForm();
     FinalizeQuoraneSession();
 }
 
-TfrmQuoraneMain& TPanelFixture::Panel() {
+TfrmQuoraneMain& TPanelStage::Panel() {
     return dynamic_cast<TfrmQuoraneMain&>(*frmQuoraneMain);
 }
 
-TQuoraneGUIHelpers& TPanelFixture::Helpers() {
+TQuoraneGUIHelpers& TPanelStage::Helpers() {
     return dynamic_cast<TQuoraneGUIHelpers&>(*GUIHelpers);
 }
 
-bool TPanelFixture::LogOn(const std::string& user) {
+bool TPanelStage::LogOn(const std::string& user) {
     return LogOn("local", user, SamplePassword(user));
 }
 
-bool TPanelFixture::LogOn(const std::string& host, const std::string& user, const std::string& password) {
+bool TPanelStage::LogOn(const std::string& host, const std::string& user, const std::string& password) {
     User->WhenModal([&](TForm& form) {
         auto& dialog = dynamic_cast<TfrmQuoraneLogon&>(form);
         dialog.edtHost.SetText(host);
@@ -43,21 +43,21 @@ bool TPanelFixture::LogOn(const std::string& host, const std::string& user, cons
     return Panel().nbkParent->PageIndex() == ConnectedPage;
 }
 
-std::vector<std::string> TPanelFixture::Entries(TComboBox& list) {
+std::vector<std::string> TPanelStage::Entries(TComboBox& list) {
     std::vector<std::string> texts;
     for (int index = 0; index < list.Items().Count(); ++index)
         texts.push_back(list.Items().Text(index));
     return texts;
 }
 
-std::vector<std::string> TPanelFixture::Children(TTreeNode& node) {
+std::vector<std::string> TPanelStage::Children(TTreeNode& node) {
     std::vector<std::string> texts;
     for (TTreeNode* child = node.GetFirstChild(); child; child = child->GetNextSibling())
         texts.push_back(child->Text());
     return texts;
 }
 
-TTreeNode& TPanelFixture::Select(const std::vector<std::string>& path) {
+TTreeNode& TPanelStage::Select(const std::vector<std::string>& path) {
     std::vector<std::string> whole{Panel().trvRequirements->GetFirstNode()->Text()};
     whole.insert(whole.end(), path.begin(), path.end());
     return User->SelectNode("trvRequirements", whole);

@@ -1,0 +1,147 @@
+// What opening a branch of 10,000 children costs beside the bare work: reading those
+// rows by the SQLite C API, and inserting that many items with text and icon into a
+// bare Qt tree.
+#include "Limits.h"
+
+#include "backend/exchange/GeneratedProject.h"
+#include "platform/widgets/tree/TreeView.h"
+#include "server/UQuoraneStHelpers.h"
+#include "support/PanelStage.h"
+
+#include <sqlite3.h>
+
+#include <QApplication>
+#include <QIcon>
+#include <QPixmap>
+#include <QTreeWidget>
+
+#include <stdexcept>
+
+namespace {
+
+constexpr int ChildCount = 10'000;
+
+struct TRow {
+    std::int64_t Fields[8] = {};
+    std::string Name;
+    std::string Tag;
+};
+
+// The rows of one branch with all that a node shows, read from a connection that is
+// open by a statement that is prepared.
+class TBareBranch {
+public:
+    TBareBranch(const std::string& path, std::int64_t parent) {
+        if (sqlite3_open_v2(path.c_str(), &FDatabase, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK)
+            throw std::runtime_error("cannot open " + path);
+        const char* sql =
+            "select n.node_id, n.parent_id, n.type_id, n.version_id, n.child_count, v.major, v.minor, "
+            "case when r.message_count = 0 then 0 else r.message_count > coalesce((select c.read_messages "
+            "from read_count c where c.user_id = 1 and c.requirement_id = r.id), 0) end, v.name, t.tag "
+            "from tree_node n join requirement_version v on v.id = n.version_id "
+            "join requirement r on r.id = n.node_id join requirement_type t on t.id = n.type_id "
+            "where n.baseline_id = (select baseline_id from tree_node where node_id = ?1) "
+            "and n.parent_id = ?1 order by n.order_key";
+        if (sqlite3_prepare_v2(FDatabase, sql, -1, &FStatement, nullptr) != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errmsg(FDatabase));
+        sqlite3_bind_int64(FStatement, 1, parent);
+    }
+    ~TBareBranch() {
+        sqlite3_finalize(FStatement);
+        sqlite3_close(FDatabase);
+    }
+    TBareBranch(const TBareBranch&) = delete;
+    TBareBranch& operator=(const TBareBranch&) = delete;
+
+    std::vector<TRow> Read() {
+        std::vector<TRow> rows;
+        while (sqlite3_step(FStatement) == SQLITE_ROW) {
+            TRow row;
+            for (int field = 0; field < 8; ++field)
+                row.Fields[field] = sqlite3_column_int64(FStatement, field);
+            row.Name = reinterpret_cast<const char*>(sqlite3_column_text(FStatement, 8));
+            row.Tag = reinterpret_cast<const char*>(sqlite3_column_text(FStatement, 9));
+            rows.push_back(std::move(row));
+        }
+        sqlite3_reset(FStatement);
+        return rows;
+    }
+
+private:
+    sqlite3* FDatabase = nullptr;
+    sqlite3_stmt* FStatement = nullptr;
+};
+
+double BareTree(const std::vector<TRow>& rows) {
+    QPixmap picture(16, 16);
+    picture.fill(Qt::gray);
+    const QIcon icon(picture);
+    QTreeWidget tree;
+    tree.setUniformRowHeights(true);
+    tree.resize(400, 700);
+    tree.show();
+    QTreeWidgetItem* parent = nullptr;
+    return MedianTime(
+        9,
+        [&] {
+            QList<QTreeWidgetItem*> items;
+            items.reserve(static_cast<int>(rows.size()));
+            for (const TRow& row : rows) {
+                auto* item = new QTreeWidgetItem;
+                item->setText(0, QString::fromStdString(row.Name));
+                item->setIcon(0, icon);
+                items.append(item);
+            }
+            parent->addChildren(items);
+            parent->setExpanded(true);
+            QApplication::processEvents();
+        },
+        [&] {
+            tree.clear();
+            parent = new QTreeWidgetItem(&tree);
+            QApplication::processEvents();
+        });
+}
+
+} // namespace
+
+TLimits MeasureBranch() {
+    const TTempFolder folder;
+    const std::string database = folder.File("generated.db");
+    Exchange::BuildGeneratedDatabase(database, {ChildCount + 100, ChildCount},
+                                     Backend::BulkWriter::Hashing::QuickForTests);
+    TPanelStage stage(database);
+    if (!stage.LogOn("local", "admin", "admin")) throw std::runtime_error("the logon was refused");
+    TTreeView& tree = *stage.Panel().trvRequirements;
+    TTreeNode& type = *tree.GetFirstNode()->GetFirstChild();
+    type.Expand(false);
+    TTreeNode& branch = *type.GetFirstChild();
+    const auto baseline = stage.Helpers().CurrentBaseline;
+
+    // A closed panel and an emptied cache before each opening, so that each one reads.
+    const double ours = MedianTime(
+        9,
+        [&] {
+            branch.Expand(false);
+            QApplication::processEvents();
+        },
+        [&] {
+            branch.Collapse();
+            branch.DeleteChildren();
+            branch.SetHasChildren(true);
+            baseline->Get_RequirementTree()->Get_Manager()->Get_Cache()->clear();
+            QApplication::processEvents();
+        });
+    if (branch.Count() != ChildCount) throw std::runtime_error("the branch is not whole");
+
+    const std::int64_t number =
+        branch.DataAs<TRequirementTreeNodeContainer>()->TreeNode->Get_ID()->Get_IDNumber();
+    TBareBranch bare(database, number);
+    std::vector<TRow> rows;
+    const double sql = MedianTime(9, [&] { rows = bare.Read(); });
+    if (rows.size() != ChildCount) throw std::runtime_error("the bare reading found other rows");
+    const double qt = BareTree(rows);
+    const std::string detail = std::to_string(ours) + " ms against " + std::to_string(sql) + " + " +
+                               std::to_string(qt) + " ms";
+    return {{"branch of 10,000 against bare SQL and Qt", 2.5, ours / (sql + qt), "x", detail}};
+}

@@ -1,0 +1,60 @@
+// How many round trips to the server each action of the user costs, on a session that
+// has been used before.
+#include "Limits.h"
+
+#include "platform/widgets/Containers.h"
+#include "platform/widgets/tree/TreeView.h"
+#include "support/PanelStage.h"
+
+namespace {
+
+class TCounts {
+public:
+    explicit TCounts(TPanelStage& stage)
+        : FStage(stage) {}
+
+    void Count(const std::string& action, double limit, const std::function<void()>& steps) {
+        FStage.Server->Calls.Clear();
+        steps();
+        TActor::Settle();
+        std::string requests;
+        for (const std::string& request : FStage.Server->Calls.Requests())
+            requests += (requests.empty() ? "" : ", ") + request;
+        FLimits.push_back({"round trips: " + action, limit,
+                           static_cast<double>(FStage.Server->Calls.RoundTrips()), "", requests});
+    }
+
+    const TLimits& Limits() const { return FLimits; }
+
+private:
+    TPanelStage& FStage;
+    TLimits FLimits;
+};
+
+TTreeNode& FirstType(TPanelStage& stage) {
+    TTreeNode* node = stage.Panel().trvRequirements->GetFirstNode()->GetFirstChild();
+    while (!node->HasChildren())
+        node = node->GetNextSibling();
+    return *node;
+}
+
+} // namespace
+
+TLimits MeasureRoundTrips() {
+    TPanelStage stage;
+    TCounts counts(stage);
+    counts.Count("logon to shown tree", 6, [&] { stage.LogOn(); });
+    TTreeNode& type = FirstType(stage);
+    counts.Count("open a branch", 1, [&] { type.Expand(false); });
+    counts.Count("select a requirement, first of its type", 2, [&] { type.Item(0)->SetSelected(); });
+    counts.Count("select another requirement", 1, [&] { type.Item(1)->SetSelected(); });
+    auto& tabs = *stage.Panel().pgcRequirement;
+    for (int tab = 0; tab < rtFirstCustom; ++tab)
+        counts.Count("change to tab " + tabs.Page(tab)->Caption(), 1,
+                     [&] { tabs.SetActivePageIndex(tab); });
+    counts.Count("idle, requirement on show", 0, [] {
+        for (int turn = 0; turn < 100; ++turn)
+            TActor::Settle();
+    });
+    return counts.Limits();
+}

@@ -1,0 +1,46 @@
+// Checks every limit of speed and size: prints a line for each, and ends with exit
+// status 1 when one is broken.
+#include "Limits.h"
+
+#include <cstdio>
+#include <exception>
+#include <string>
+
+#include <QApplication>
+#include <QLocale>
+
+namespace {
+
+bool Report(const TLimits& limits) {
+    bool held = true;
+    for (const TLimit& limit : limits) {
+        std::printf("%-52s limit %8.2f  measured %8.2f %-4s %-6s %s\n", limit.Name.c_str(), limit.Limit,
+                    limit.Measured, limit.Unit.c_str(), limit.Held() ? "held" : "broken",
+                    limit.Detail.c_str());
+        held = held && limit.Held();
+    }
+    std::fflush(stdout);
+    return held;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QLocale::setDefault(QLocale::c());
+    QApplication::setQuitOnLastWindowClosed(false);
+    try {
+        if (argc == 3 && std::string(argv[1]) == "--logon-only") {
+            MeasureLogonOnly(argv[2]);
+            return 0;
+        }
+        bool held = Report(MeasureRoundTrips());
+        held = Report(MeasureBranch()) && held;
+        held = Report(MeasureProjectSize(QCoreApplication::applicationFilePath().toStdString())) && held;
+        held = Report(MeasureHostStart(QCoreApplication::applicationDirPath().toStdString())) && held;
+        return held ? 0 : 1;
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "quorane-bench: %s\n", failure.what());
+        return 2;
+    }
+}
