@@ -141,7 +141,7 @@ TLimits MeasureBranch() {
     const double sql = MedianTime(9, [&] { rows = bare.Read(); });
     if (rows.size() != ChildCount) throw std::runtime_error("the bare reading found other rows");
     const double qt = BareTree(rows);
-    const std::string detail = std::to_string(ours) + " ms against " + std::to_string(sql) + " + " +
-                               std::to_string(qt) + " ms";
+    const std::string detail =
+        std::to_string(ours) + " ms against " + std::to_string(sql) + " + " + std::to_string(qt) + " ms";
     return {{"branch of 10,000 against bare SQL and Qt", 2.5, ours / (sql + qt), "x", detail}};
 }
