@@ -57,4 +57,9 @@ void ConnectionPool::Give(std::unique_ptr<Connection> connection) {
     if (FIdle.size() < MaxIdle) FIdle.push_back(std::move(connection));
 }
 
+void ConnectionPool::Close() {
+    const std::lock_guard guard(FGuard);
+    FIdle.clear();
+}
+
 } // namespace Backend

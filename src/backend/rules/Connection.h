@@ -60,6 +60,9 @@ public:
         std::unique_ptr<Transaction> FTransaction;
     };
 
+    // Closes the idle connections; no lease may be out.
+    void Close();
+
     Lease Read() { return Lease(*this, Transaction::Kind::Read); }
     Lease Write() { return Lease(*this, Transaction::Kind::Write); }
 

@@ -15,6 +15,22 @@ Instant SystemNow() {
     return std::chrono::duration_cast<std::chrono::microseconds>(since).count();
 }
 
+std::unique_ptr<grpc::Server> Serve(RequirementsServer& service, int* port) {
+    grpc::ServerBuilder builder;
+    builder.SetMaxReceiveMessageSize(MaxMessageBytes);
+    builder.SetMaxSendMessageSize(MaxMessageBytes);
+    // Another server must not share the port unseen.
+    builder.AddChannelArgument(GRPC_ARG_ALLOW_REUSEPORT, 0);
+    builder.RegisterService(&service);
+    if (port)
+        builder.AddListeningPort("127.0.0.1:" + std::to_string(*port), grpc::InsecureServerCredentials(),
+                                 port);
+    auto server = builder.BuildAndStart();
+    if (!server || (port && *port == 0))
+        throw std::runtime_error("The requirements server cannot be started.");
+    return server;
+}
+
 } // namespace
 
 struct EmbeddedServer::State {
@@ -25,22 +41,35 @@ struct EmbeddedServer::State {
 
     // Everything that lives from a start to the next stop, in the order in which it
     // leans on each other.
+    //
+    // A call on an in-process channel whose server was shut down ends the process.
+    // So the server behind such channels is never shut down while one of them lives:
+    // the gate closes, the channels keep the server, and it answers UNAVAILABLE.
     struct Running {
         explicit Running(const ServerOptions& options)
             : Pool(options.DatabasePath)
             , Users(Pool,
                     options.QuickHashesForTests ? PasswordHashing::QuickForTests : PasswordHashing::Secure,
                     {options.LeaseSeconds, options.SessionSeconds, options.Clock})
-            , Service(Pool, Users) {}
+            , Service(Calls, Pool, Users)
+            , PortService(Calls, Pool, Users) {}
 
+        Gate Calls;
         ConnectionPool Pool;
         Sessions Users;
         RequirementsServer Service;
+        RequirementsServer PortService;
         std::unique_ptr<grpc::Server> Server;
+        std::unique_ptr<grpc::Server> PortServer;
+    };
+
+    struct KeptChannel {
+        std::shared_ptr<Running> Server;
+        std::shared_ptr<grpc::Channel> Channel;
     };
 
     ServerOptions Options;
-    std::unique_ptr<Running> Current;
+    std::shared_ptr<Running> Current;
     int Port = -1; // -1: no port; 0: any
 };
 
@@ -53,28 +82,21 @@ EmbeddedServer::~EmbeddedServer() {
 
 void EmbeddedServer::Start() {
     if (FState->Current) return;
-    auto running = std::make_unique<State::Running>(FState->Options);
+    auto running = std::make_shared<State::Running>(FState->Options);
     // Opened now, so that a file that cannot be used is told here and not at the
     // first call.
-    { const auto first = running->Pool.Read(); }
-    grpc::ServerBuilder builder;
-    builder.SetMaxReceiveMessageSize(MaxMessageBytes);
-    builder.SetMaxSendMessageSize(MaxMessageBytes);
-    // Another server must not share the port unseen.
-    builder.AddChannelArgument(GRPC_ARG_ALLOW_REUSEPORT, 0);
-    builder.RegisterService(&running->Service);
-    if (FState->Port >= 0)
-        builder.AddListeningPort("127.0.0.1:" + std::to_string(FState->Port),
-                                 grpc::InsecureServerCredentials(), &FState->Port);
-    running->Server = builder.BuildAndStart();
-    if (!running->Server) throw std::runtime_error("The requirements server cannot be started.");
+    running->Pool.Read();
+    running->Server = Serve(running->Service, nullptr);
+    if (FState->Port >= 0) running->PortServer = Serve(running->PortService, &FState->Port);
     FState->Current = std::move(running);
 }
 
 void EmbeddedServer::Stop() {
     if (!FState->Current) return;
-    FState->Current->Server->Shutdown(std::chrono::system_clock::now());
-    FState->Current->Server->Wait();
+    State::Running& running = *FState->Current;
+    running.Calls.Close();
+    if (running.PortServer) running.PortServer->Shutdown(std::chrono::system_clock::now());
+    running.Pool.Close();
     FState->Current.reset();
 }
 
@@ -87,7 +109,10 @@ std::shared_ptr<grpc::Channel> EmbeddedServer::Channel() {
     grpc::ChannelArguments arguments;
     arguments.SetMaxReceiveMessageSize(MaxMessageBytes);
     arguments.SetMaxSendMessageSize(MaxMessageBytes);
-    return FState->Current->Server->InProcessChannel(arguments);
+    auto kept = std::make_shared<State::KeptChannel>();
+    kept->Server = FState->Current;
+    kept->Channel = kept->Server->Server->InProcessChannel(arguments);
+    return {kept, kept->Channel.get()};
 }
 
 int EmbeddedServer::ListenOnLoopback() {

@@ -39,7 +39,28 @@ Refusal NoSuch(const std::string& what) {
 
 } // namespace
 
+bool Gate::Enter() {
+    const std::lock_guard guard(FGuard);
+    if (!FClosed) ++FInside;
+    return !FClosed;
+}
+
+void Gate::Leave() {
+    const std::lock_guard guard(FGuard);
+    if (--FInside == 0) FLeft.notify_all();
+}
+
+void Gate::Close() {
+    std::unique_lock lock(FGuard);
+    FClosed = true;
+    FLeft.wait(lock, [this] { return FInside == 0; });
+}
+
 grpc::Status RequirementsServer::Answer(const std::function<void()>& work) {
+    if (!FGate.Enter())
+        return {grpc::StatusCode::UNAVAILABLE,
+                "RemoteServerException: Quorane.SERVER_ERROR: The server is stopped."};
+    const std::unique_ptr<Gate, void (*)(Gate*)> leaving(&FGate, [](Gate* gate) { gate->Leave(); });
     try {
         work();
         return grpc::Status::OK;

@@ -8,14 +8,34 @@
 
 #include "quorane.grpc.pb.h"
 
+#include <condition_variable>
+
 namespace Backend {
 
 namespace wire = quorane::wire;
 
+// Lets calls in until it is closed.
+class Gate {
+public:
+    // False when it is closed; else the call must Leave.
+    bool Enter();
+    void Leave();
+    // Returns when the last call has left.
+    void Close();
+
+private:
+    std::mutex FGuard;
+    std::condition_variable FLeft;
+    int FInside = 0;
+    bool FClosed = false;
+};
+
 class RequirementsServer final : public wire::RequirementsService::Service {
 public:
-    RequirementsServer(ConnectionPool& pool, Sessions& sessions)
-        : FPool(pool)
+    // When the gate is closed every call answers UNAVAILABLE.
+    RequirementsServer(Gate& gate, ConnectionPool& pool, Sessions& sessions)
+        : FGate(gate)
+        , FPool(pool)
         , FSessions(sessions) {}
 
     using Context = grpc::ServerContext;
@@ -71,7 +91,7 @@ public:
 
 private:
     // Runs work and makes a status of what it raises.
-    static Status Answer(const std::function<void()>& work);
+    Status Answer(const std::function<void()>& work);
     using Work = std::function<void(Connection&, const Caller&)>;
     Status Read(const Context& context, const Work& work);
     Status Write(const Context& context, const Work& work);
@@ -99,6 +119,7 @@ private:
     static void FillTrace(Connection&, const Caller&, const Trace& trace, wire::Trace& message);
     static void FillTraceEnd(Connection&, const Caller&, const TraceEnd& end, wire::TraceEnd& message);
 
+    Gate& FGate;
     ConnectionPool& FPool;
     Sessions& FSessions;
 };
