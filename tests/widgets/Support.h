@@ -1,8 +1,6 @@
-// What the tests of the component layer share: a script in place of the native boxes,
-// a record of events, and the user's hand on a widget.
+// What the tests of the component layer share.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,38 +8,19 @@
 #include <QMouseEvent>
 #include <QTest>
 
-#include "platform/widgets/Application.h"
 #include "platform/widgets/Forms.h"
-
-class TScriptedDialogs : public IDialogs {
-public:
-    TScriptedDialogs() : FBefore(Application().SetDialogs(this)) {}
-    ~TScriptedDialogs() override { Application().SetDialogs(FBefore); }
-
-    TMessageResult ShowMessage(const TMessage&) override { return TMessageResult::Ok; }
-    void ShowError(const std::string& text) override {
-        Errors.push_back(text);
-        if (DuringError)
-            DuringError();
-    }
-    std::optional<std::string> OpenFile(const TFileQuestion&) override { return std::nullopt; }
-    std::optional<std::string> OpenPicture(const TFileQuestion&) override { return std::nullopt; }
-    std::optional<std::string> SaveFile(const TFileQuestion&) override { return std::nullopt; }
-    std::optional<TColor> PickColor(TColor) override { return std::nullopt; }
-
-    std::vector<std::string> Errors;
-    std::function<void()> DuringError;
-
-private:
-    IDialogs* FBefore;
-};
+#include "support/Actor.h"
+#include "support/ScriptedDialogs.h"
 
 using TLog = std::vector<std::string>;
 
-// A container that tells when it goes.
+// An object that counts how many of its kind live.
 class TCounted : public TObject {
 public:
-    explicit TCounted(int& alive) : FAlive(alive) { ++FAlive; }
+    explicit TCounted(int& alive)
+        : FAlive(alive) {
+        ++FAlive;
+    }
     ~TCounted() override { --FAlive; }
 
 private:
@@ -62,5 +41,6 @@ inline void Click(QWidget& widget, QPoint point) {
 inline void ShowWindow(TForm& form, int width = 400, int height = 400) {
     form.resize(width, height);
     form.show();
-    QCoreApplication::processEvents();
+    form.activateWindow();
+    TActor::Settle();
 }

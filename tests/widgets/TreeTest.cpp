@@ -2,11 +2,11 @@
 
 #include <QLineEdit>
 
-#include "Support.h"
 #include "contracts/Exceptions.h"
-#include "platform/widgets/look/Images.h"
 #include "platform/widgets/look/ImageList.h"
+#include "platform/widgets/look/Images.h"
 #include "platform/widgets/tree/TreeView.h"
+#include "widgets/Support.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -66,7 +66,7 @@ TEST_F(Tree, AFailingChangingHandlerIsShownOnceAndTheSelectionStillMoves) {
     ShowWindow(Form);
     Trv.OnChanging = [](TTreeNode*, bool&) { throw Exception("save refused"); };
     Click(*Trv.viewport(), Middle(node));
-    EXPECT_THAT(Dialogs.Errors, ElementsAre("save refused"));
+    EXPECT_THAT(Dialogs.Errors(), ElementsAre("save refused"));
     EXPECT_EQ(Trv.Selected(), &node);
 }
 
@@ -93,7 +93,7 @@ TEST_F(Tree, ABranchWhoseReadingFailsStaysClosedAndCanBeTriedAgain) {
     branch.Expand(false);
     EXPECT_FALSE(branch.Expanded());
     EXPECT_TRUE(branch.HasChildren());
-    EXPECT_THAT(Dialogs.Errors, ElementsAre("server away"));
+    EXPECT_THAT(Dialogs.Errors(), ElementsAre("server away"));
 }
 
 TEST_F(Tree, ClosingABranchMovesTheSelectionBelowItToTheBranch) {

@@ -289,9 +289,17 @@ void TWinControl::UpdateHeld(bool held) {
     Widget().setUpdatesEnabled(!held);
 }
 
+// What stands there before any child is the standard way, not yet in use.
+void TWinControl::DropLayout() {
+    QLayout* layout = ClientArea().layout();
+    if (layout && layout->count() > 0)
+        throw std::logic_error("The layout of " + Name() + " is chosen already.");
+    const std::unique_ptr<QLayout> unused(layout);
+}
+
 void TWinControl::UseFlowLayout(int spacing, int margin) {
+    DropLayout();
     QWidget& area = ClientArea();
-    if (area.layout()) throw std::logic_error("The layout of " + Name() + " is chosen already");
     new TFlowLayout(area, spacing, margin);
     QSizePolicy policy = area.sizePolicy();
     policy.setHeightForWidth(true);
@@ -299,7 +307,9 @@ void TWinControl::UseFlowLayout(int spacing, int margin) {
 }
 
 TGridLayout& TWinControl::UseGridLayout() {
-    if (!FGrid) FGrid = std::make_unique<TGridLayout>(ClientArea());
+    if (FGrid) return *FGrid;
+    DropLayout();
+    FGrid = std::make_unique<TGridLayout>(ClientArea());
     return *FGrid;
 }
 

@@ -238,6 +238,7 @@ protected:
     void Adopt(TControl& child);
 
 private:
+    void DropLayout();
     bool HandleMouse(QEvent& event);
     bool HandleKey(QEvent& event);
     bool HandleContextMenu(QEvent& event);

@@ -6,6 +6,7 @@
 #include <QCalendarWidget>
 #include <QFontMetrics>
 #include <QKeyEvent>
+#include <QSignalBlocker>
 
 #include "platform/widgets/QtText.h"
 #include "platform/widgets/look/ImageList.h"
@@ -188,9 +189,8 @@ void TDatePicker::SetBlank(bool blank) {
 }
 
 void TDatePicker::RefreshText() {
-    const bool blocked = blockSignals(true);
+    const QSignalBlocker blocker(lineEdit());
     lineEdit()->setText(textFromDateTime(dateTime()));
-    blockSignals(blocked);
 }
 
 void TDatePicker::Picked() {
@@ -205,6 +205,18 @@ QString TDatePicker::textFromDateTime(const QDateTime& value) const {
 QValidator::State TDatePicker::validate(QString& input, int& position) const {
     if (FBlank && input.isEmpty()) return QValidator::Acceptable;
     return QDateEdit::validate(input, position);
+}
+
+QDateTime TDatePicker::dateTimeFromText(const QString& text) const {
+    return FBlank ? dateTime() : QDateEdit::dateTimeFromText(text);
+}
+
+// A blank has no section to select.
+void TDatePicker::focusInEvent(QFocusEvent* event) {
+    if (FBlank)
+        QAbstractSpinBox::focusInEvent(event);
+    else
+        QDateEdit::focusInEvent(event);
 }
 
 void TDatePicker::keyPressEvent(QKeyEvent* event) {

@@ -131,6 +131,8 @@ public:
 
 protected:
     QString textFromDateTime(const QDateTime& value) const override;
+    QDateTime dateTimeFromText(const QString& text) const override;
+    void focusInEvent(QFocusEvent* event) override;
     QValidator::State validate(QString& input, int& position) const override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

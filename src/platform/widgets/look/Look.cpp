@@ -8,6 +8,7 @@
 
 namespace {
 
+// The selection is a tint, so that the icons on it keep their colours.
 QPalette Light() {
     QPalette palette(QColor(0xef, 0xf1, 0xf4), QColor(0xf4, 0xf5, 0xf7));
     palette.setColor(QPalette::Base, QColor(0xff, 0xff, 0xff));
@@ -16,8 +17,9 @@ QPalette Light() {
     palette.setColor(QPalette::Text, QColor(0x1f, 0x24, 0x2d));
     palette.setColor(QPalette::ButtonText, QColor(0x1f, 0x24, 0x2d));
     palette.setColor(QPalette::PlaceholderText, QColor(0x7a, 0x82, 0x90));
-    palette.setColor(QPalette::Highlight, QColor(0x1f, 0x6f, 0xd0));
-    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xcf, 0xd8, 0xe6));
+    palette.setColor(QPalette::Highlight, QColor(0xc6, 0xdd, 0xfa));
+    palette.setColor(QPalette::HighlightedText, QColor(0x10, 0x24, 0x3e));
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xdd, 0xe2, 0xea));
     palette.setColor(QPalette::Inactive, QPalette::HighlightedText, QColor(0x1f, 0x24, 0x2d));
     palette.setColor(QPalette::Link, QColor(0x1f, 0x6f, 0xd0));
     palette.setColor(QPalette::ToolTipBase, QColor(0xff, 0xff, 0xff));
@@ -35,7 +37,7 @@ QPalette Dark() {
         palette.setColor(role, text);
     palette.setColor(QPalette::BrightText, Qt::white);
     palette.setColor(QPalette::PlaceholderText, QColor(0x8b, 0x93, 0xa0));
-    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xb8));
+    palette.setColor(QPalette::Highlight, QColor(0x2c, 0x4f, 0x7c));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0x3f, 0x4a, 0x59));
     palette.setColor(QPalette::Inactive, QPalette::HighlightedText, text);

@@ -36,8 +36,7 @@ void TTreeView::mousePressEvent(QMouseEvent* event) {
     }
     FPressPoint = point;
     Select(node);
-    FPressed = FDragAutomatic && (QApplication::mouseButtons() & Qt::LeftButton || event->spontaneous() ||
-                                  event->buttons() & Qt::LeftButton);
+    FPressed = FDragAutomatic;
 }
 
 void TTreeView::mouseMoveEvent(QMouseEvent* event) {

@@ -24,38 +24,39 @@ int TVirtualTree::ColumnTotal() const {
     return static_cast<int>(FColumns.size());
 }
 
-// After a failure the handlers are left alone until the tree's nodes change, since a
+// After a failure the handler is left alone until the tree's nodes change, since a
 // window that repaints after its error box would fail again.
 template<class Handler, class... Arguments>
-void TVirtualTree::Ask(const Handler& handler, Arguments&&... arguments) const {
-    if (!handler || FFailed) return;
+void TVirtualTree::Ask(int question, const Handler& handler, Arguments&&... arguments) const {
+    bool& failed = FFailed[static_cast<std::size_t>(question)];
+    if (!handler || failed) return;
     try {
         handler(std::forward<Arguments>(arguments)...);
     } catch (const std::exception& failure) {
-        FFailed = true;
+        failed = true;
         Application().ShowExceptionLater(failure.what());
     }
 }
 
 void TVirtualTree::StructureChanged() {
     TTreeView::StructureChanged();
-    FFailed = false;
+    FFailed = {};
 }
 
 QString TVirtualTree::NodeText(const TTreeNode& node, int column) const {
     std::string text;
-    Ask(OnGetText, const_cast<TTreeNode&>(node), column, text);
+    Ask(0, OnGetText, const_cast<TTreeNode&>(node), column, text);
     return ToQt(text);
 }
 
 int TVirtualTree::NodeImage(const TTreeNode& node, int column, bool) const {
     int image = -1;
-    Ask(OnGetImageIndex, const_cast<TTreeNode&>(node), column, image);
+    Ask(1, OnGetImageIndex, const_cast<TTreeNode&>(node), column, image);
     return image;
 }
 
 bool TVirtualTree::NodeBold(const TTreeNode& node, int column) const {
     bool bold = false;
-    Ask(OnPaintText, const_cast<TTreeNode&>(node), column, bold);
+    Ask(2, OnPaintText, const_cast<TTreeNode&>(node), column, bold);
     return bold;
 }

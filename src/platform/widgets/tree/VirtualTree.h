@@ -2,6 +2,7 @@
 // a record of the caller's own type in each node.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <utility>
@@ -49,8 +50,8 @@ protected:
 
 private:
     template<class Handler, class... Arguments>
-    void Ask(const Handler& handler, Arguments&&... arguments) const;
+    void Ask(int question, const Handler& handler, Arguments&&... arguments) const;
     std::vector<std::string> FColumns;
     std::vector<int> FWidths;
-    mutable bool FFailed = false;
+    mutable std::array<bool, 3> FFailed{};
 };
