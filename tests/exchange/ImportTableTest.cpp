@@ -168,5 +168,34 @@ TEST(Names, BecomeOneLineWhileTextsKeepTheirs) {
     EXPECT_EQ(table.Items.at(0).Text, "two\r\nlines ");
 }
 
+struct TitleCase {
+    const char* Name;
+    std::string Text, Title;
+};
+
+class TitlesFromTexts : public testing::TestWithParam<TitleCase> {};
+
+TEST_P(TitlesFromTexts, EndWithAWordAndNeverInsideACharacter) {
+    auto options = Options();
+    options.Columns.Name = "text";
+    const auto table = ReadImportTable("id,text\n1,\"" + GetParam().Text + "\"\n", options);
+    EXPECT_EQ(table.Items.at(0).Name, GetParam().Title);
+    EXPECT_EQ(table.Items.at(0).Text, GetParam().Text);
+}
+
+std::string Times(int count, const std::string& text) {
+    std::string all;
+    while (count-- > 0)
+        all += text;
+    return all;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TitlesFromTexts,
+                         testing::Values(TitleCase{"Short", "a b\nc", "a b c"},
+                                         TitleCase{"Long", Times(40, "abc "), Times(24, "abc ") + "abc…"},
+                                         TitleCase{"OneLongWord", Times(99, "a") + Times(9, "ü"),
+                                                   Times(99, "a") + "…"}),
+                         [](const auto& row) { return row.param.Name; });
+
 } // namespace
 } // namespace Exchange

@@ -93,7 +93,7 @@ Backend::ObjectId FindAuthor(Backend::BulkWriter& writer, const Arguments& argum
     const auto administrator = writer.FindAdministrator();
     if (administrator == 0)
         throw CommandError(
-            "There is no user to stand in the history; add one with \"quorane-admin add-user\".");
+            "Nobody can be named in the history: tell a user with --user, or add an administrator.");
     return administrator;
 }
 

@@ -35,6 +35,19 @@ std::string Flattened(std::string_view text) {
     return flat;
 }
 
+// The beginning of a long text, up to the end of a word, as a name for it.
+std::string NameFor(const std::string& text) {
+    constexpr std::size_t longest = 100; // bytes
+    if (text.size() <= longest) return text;
+    auto end = text.rfind(' ', longest);
+    if (end == std::string::npos) {
+        end = longest;
+        while ((text[end] & 0xC0) == 0x80)
+            --end;
+    }
+    return text.substr(0, end) + "…";
+}
+
 class Header {
 public:
     Header(const CsvRecord& record, char separator) {
@@ -164,6 +177,7 @@ private:
         item.Id = Flattened(record.Cells[FLayout.Id]);
         item.Name = Flattened(record.Cells[FLayout.Name]);
         item.Text = record.Cells[FLayout.Text];
+        if (FLayout.Name == FLayout.Text) item.Name = NameFor(item.Name);
         if (FLayout.Rationale != NoColumn) item.Rationale = record.Cells[FLayout.Rationale];
         for (const auto column : FLayout.Extras)
             item.Extras.push_back(Trimmed(record.Cells[column]));

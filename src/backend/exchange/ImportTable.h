@@ -18,7 +18,7 @@ enum class Nesting {
 };
 
 struct ImportColumns {
-    std::string Id, Name, Text;
+    std::string Id, Name, Text; // a name from the same column as the text is its beginning
     std::string Rationale;             // empty: none
     std::vector<std::string> Headings; // of ByColumns, the outermost first
     std::string Parent;                // of ByParent
