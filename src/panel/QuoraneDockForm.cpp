@@ -36,6 +36,12 @@ TfrmQuoraneMain::TfrmQuoraneMain(TQuoraneGUIHelpers& helpers)
 TfrmQuoraneMain::~TfrmQuoraneMain() {
     OnHide = nullptr;
     OnResize = nullptr;
+    // The tab may outlive the panel; nothing of the panel stays in it.
+    if (const std::shared_ptr<IHostTabFrame> tab = FTabFrame) {
+        LeaveTab();
+        tab->OnClose = nullptr;
+        tab->Close();
+    }
     FormDestroy();
 }
 

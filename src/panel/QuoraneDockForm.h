@@ -272,6 +272,7 @@ private:
     void ResizeDescription();
     void ShowTab();
     void ReparentAndAlignComponents();
+    void LeaveTab();
     bool CloseFrame();
     friend void ShowDockableForm(TfrmQuoraneMain* form);
 

@@ -88,11 +88,15 @@ void TfrmQuoraneMain::ReparentAndAlignComponents() {
     nbkContents->SetAlign(TAlign::Client);
 }
 
-bool TfrmQuoraneMain::CloseFrame() {
+void TfrmQuoraneMain::LeaveTab() {
     // Out of the tab, so that they outlive it.
     pnlToolBars->SetParent(*HoldPanel);
     nbkContents->SetParent(*HoldPanel);
     FTabFrame = nullptr;
+}
+
+bool TfrmQuoraneMain::CloseFrame() {
+    LeaveTab();
     if (FormVisible()) HideForm();
     return true;
 }

@@ -17,7 +17,8 @@ namespace {
 constexpr int TreeIndent = 19;
 constexpr int TreeWidth = 260;
 constexpr int TreeHeight = 300;
-constexpr int ListChars = 20;
+constexpr int ListChars = 12;
+constexpr int BarMargin = 6;
 
 } // namespace
 
@@ -47,16 +48,22 @@ void TfrmQuoraneMain::MakeToolBars(TWinControl& parent) {
 void TfrmQuoraneMain::MakeProjectBar() {
     pnlProjectBaseline = new TPanel(pnlToolBars, "pnlProjectBaseline");
     pnlProjectBaseline->SetAlign(TAlign::Top);
-    pnlProjectBaseline->UseFlowLayout();
-    auto* lblProject = new TLabel(pnlProjectBaseline, "lblProject", SProjectLabel);
-    cbxProjects = new TComboBox(pnlProjectBaseline, "cbxProjects");
+    TGridLayout& grid = pnlProjectBaseline->UseGridLayout();
+    grid.SetMargins(BarMargin, BarMargin, BarMargin, 0);
+    grid.SetSpacing(BarMargin, 0);
+    const auto addList = [&](const char* labelName, const char* caption, const char* name, int column) {
+        auto* label = new TLabel(pnlProjectBaseline, labelName, caption);
+        auto* list = new TComboBox(pnlProjectBaseline, name);
+        list->SetMinimumChars(ListChars);
+        label->SetFocusControl(*list);
+        grid.Place(*label, 0, column);
+        grid.Place(*list, 0, column + 1);
+        grid.SetColumnStretch(column + 1, 1);
+        return list;
+    };
+    cbxProjects = addList("lblProject", SProjectLabel, "cbxProjects", 0);
     cbxProjects->SetSorted(true);
-    cbxProjects->SetMinimumChars(ListChars);
-    lblProject->SetFocusControl(*cbxProjects);
-    auto* lblBaseline = new TLabel(pnlProjectBaseline, "lblBaseline", SBaselineLabel);
-    cbxProjectBaselines = new TComboBox(pnlProjectBaseline, "cbxProjectBaselines");
-    cbxProjectBaselines->SetMinimumChars(ListChars);
-    lblBaseline->SetFocusControl(*cbxProjectBaselines);
+    cbxProjectBaselines = addList("lblBaseline", SBaselineLabel, "cbxProjectBaselines", 2);
 }
 
 void TfrmQuoraneMain::MakeMainButtons() {
@@ -102,6 +109,9 @@ void TfrmQuoraneMain::MakeTree(TWinControl& parent) {
 }
 
 void TfrmQuoraneMain::BindHandlers() {
+    // What moves into the tab leaves the window in which shortcuts work by themselves.
+    ActionManager->BindShortCuts(*pnlToolBars);
+    ActionManager->BindShortCuts(*nbkContents);
     OnHide = [this] { FormHide(); };
     OnResize = [this] { FormResize(); };
     cbxProjects->OnChange = [this] { cbxProjectsChange(); };
