@@ -4,9 +4,11 @@
 #include "hosts/studio/editor/SourceEdit.h"
 #include "platform/widgets/Actions.h"
 #include "platform/widgets/Containers.h"
+#include "platform/widgets/Forms.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
 
+#include <QCoreApplication>
 #include <QMenu>
 
 #include <gmock/gmock.h>

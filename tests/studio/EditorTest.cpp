@@ -125,11 +125,11 @@ TEST_F(Editor, FileWithoutRightsOpensReadOnlyAndCannotBeSaved) {
     std::filesystem::permissions(FFolder.File("file.cpp"), std::filesystem::perms(0444));
     constexpr uid_t nobody = 65534;
     const bool root = geteuid() == 0;
-    if (root) ASSERT_EQ(seteuid(nobody), 0);
+    ASSERT_TRUE(!root || setresuid(nobody, nobody, 0) == 0);
     TSourceEdit& editor = FArea.OpenFile(File("file.cpp"));
     EXPECT_TRUE(editor.isReadOnly());
     EXPECT_THROW(editor.Save(editor.Path()), Exception);
-    if (root) ASSERT_EQ(seteuid(0), 0);
+    ASSERT_TRUE(!root || setresuid(0, 0, 0) == 0);
     std::filesystem::permissions(FFolder.Path(), std::filesystem::perms(0755));
     EXPECT_EQ(OnDisk(), "mine");
 }

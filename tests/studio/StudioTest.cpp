@@ -1,4 +1,5 @@
 #include "hosts/studio/Studio.h"
+#include "hosts/studio/editor/SourceEdit.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
 
@@ -9,6 +10,7 @@
 #include <QTest>
 
 #include <dlfcn.h>
+#include <fstream>
 
 #include <gmock/gmock.h>
 
@@ -132,7 +134,7 @@ TEST_F(Studio, TakingTheModuleAwayLeavesNothingOfIt) {
     EXPECT_EQ(studio.Window().Editors().count(), 1);
     studio.UnloadModule();
     EXPECT_THAT(Log(), ElementsAre("register", "main form", "tab closes", "wizard removed", "wizard gone",
-                                   "finalized"));
+                                   "form hidden", "finalized"));
     EXPECT_FALSE(Loaded(TestModule()));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(studio.Window().Editors().count(), 0);

@@ -33,7 +33,7 @@ public:
         FOldHandler = std::signal(SIGXFSZ, SIG_IGN);
         getrlimit(RLIMIT_FSIZE, &FOld);
         rlimit small = FOld;
-        small.rlim_cur = 16;
+        small.rlim_cur = 4096;
         setrlimit(RLIMIT_FSIZE, &small);
     }
     ~TFullDisk() {
@@ -93,7 +93,8 @@ TEST_F(Settings, FullDiskRaisesAndKeepsTheOldValues) {
     services.WriteUserSetting(ConnectionKey, "username", "ann");
     {
         const TFullDisk full;
-        EXPECT_THROW(services.WriteUserSetting(ConnectionKey, "username", "ben"), Exception);
+        const std::string large(10'000, 'b');
+        EXPECT_THROW(services.WriteUserSetting(ConnectionKey, "username", large), Exception);
     }
     EXPECT_EQ(services.ReadUserSetting(ConnectionKey, "username"), "ann");
     services.WriteUserSetting(ConnectionKey, "username", "cleo");

@@ -38,20 +38,24 @@ public:
 protected:
     bool event(QEvent* event) override {
         const bool handled = QDockWidget::event(event);
-        if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
+        if (event->type() == QEvent::HideToParent && std::exchange(FClosing, false))
+            Tell();
+        else if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
             QMetaObject::invokeMethod(
                 this, [this] { Tell(); }, Qt::QueuedConnection);
         return handled;
     }
     void closeEvent(QCloseEvent* event) override {
         QDockWidget::closeEvent(event);
-        Tell();
+        FClosing = event->isAccepted();
     }
 
 private:
     IDockEvents& FEvents;
     bool FShown = false;
     bool FTelling = false;
+    // Between the user's closing and the hiding that follows it.
+    bool FClosing = false;
 };
 
 class TDockSite : public IDockSite {
@@ -74,13 +78,8 @@ public:
     }
 
     // The layout of the whole window holds the form's place, floating state and size
-    // under the form's name, so section adds nothing here.
-    void LoadWindowState(IDesktopStore&, const std::string&) override {
-        if (!FDock || !FWindow) return;
-        const bool hidden = FDock->isHidden();
-        FWindow->restoreDockWidget(FDock);
-        FDock->setHidden(hidden);
-    }
+    // under the form's name, and the window has put the dock there when it was added.
+    void LoadWindowState(IDesktopStore&, const std::string&) override {}
 
     void SaveWindowState(IDesktopStore& store, const std::string&, bool) override {
         if (FDock && FWindow) FWindow->SaveLayout(store);

@@ -90,7 +90,8 @@ void TStudioWindow::ShowNote(const QString& note) {
 }
 
 void TStudioWindow::AddDock(QDockWidget& dock) {
-    addDockWidget(Qt::RightDockWidgetArea, &dock);
+    // The other order would drop the place that the restored layout keeps for it.
+    if (!restoreDockWidget(&dock)) addDockWidget(Qt::RightDockWidgetArea, &dock);
 }
 
 void TStudioWindow::RestoreLayout() {

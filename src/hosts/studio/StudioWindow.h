@@ -24,7 +24,7 @@ public:
     // The menu in which add-ins put their entries.
     QMenu& ViewsMenu() { return *FViewsMenu; }
 
-    // A dock on the right, until its own place is restored.
+    // Where the restored layout has it, otherwise on the right.
     void AddDock(QDockWidget& dock);
     // Puts size, place and layout, of all docks that there are now, into the store
     // and the store on disk. Raises Exception when that fails.

@@ -135,7 +135,9 @@ void TIniFile::Write(const TSections& changes) const {
 
     QSaveFile file(QtPath(FPath));
     const QByteArray text = Format(sections);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+    // Without the flush a commit does not see that the last bytes found no room.
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush() ||
+        !file.commit())
         throw Exception("The settings file " + FPath.string() +
                         " cannot be written: " + file.errorString().toStdString() + ".");
 }

@@ -114,7 +114,10 @@ void TSourceEdit::ReplaceText(const QString& text) {
     replaceSelectedText(text);
     endUndoAction();
     line = qMin(line, lines() - 1);
-    setCursorPosition(line, qMin(column, lineLength(line)));
+    QString lineText = this->text(line);
+    while (lineText.endsWith(u'\n') || lineText.endsWith(u'\r'))
+        lineText.chop(1);
+    setCursorPosition(line, qMin(column, static_cast<int>(lineText.size())));
     setFirstVisibleLine(firstLine);
 }
 

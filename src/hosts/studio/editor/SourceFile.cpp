@@ -8,6 +8,8 @@
 #include <QStringDecoder>
 #include <QStringEncoder>
 
+#include <algorithm>
+
 namespace {
 
 struct TMark {
@@ -47,7 +49,10 @@ std::optional<QString> Decode(const QByteArray& bytes, TEncoding encoding) {
     return text;
 }
 
+// Empty when the encoding lacks a character of the text.
 std::optional<QByteArray> Encode(const QString& text, TEncoding encoding) {
+    const auto beyondLatin1 = [](QChar c) { return c.unicode() > 0xFF; };
+    if (encoding == TEncoding::Latin1 && std::ranges::any_of(text, beyondLatin1)) return std::nullopt;
     QStringEncoder encoder(QtEncoding(encoding), QStringConverter::Flag::Stateless);
     QByteArray bytes = encoder.encode(text);
     if (encoder.hasError()) return std::nullopt;
@@ -109,7 +114,9 @@ TEncoding WriteSourceFile(const QString& path, const QString& text, TEncoding en
     QSaveFile file(path);
     // In a folder that takes no new file, the file itself may still be writable.
     file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly) || file.write(*bytes) != bytes->size() || !file.commit())
+    // Without the flush a commit does not see that the last bytes found no room.
+    if (!file.open(QIODevice::WriteOnly) || file.write(*bytes) != bytes->size() || !file.flush() ||
+        !file.commit())
         Fail(path, QStringLiteral("cannot be saved: %1.").arg(file.errorString()));
     return encoding;
 }
