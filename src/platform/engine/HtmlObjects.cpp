@@ -1,0 +1,229 @@
+#include "platform/engine/HtmlObjects.h"
+
+#include "contracts/Exceptions.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+QString Text(const std::u16string& text) {
+    return QString::fromStdU16String(text);
+}
+
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+int NumberOf(const QJsonValue& answer) {
+    return answer[QLatin1String("$")].toInt();
+}
+
+class TStyle : public IHTMLStyle {
+public:
+    explicit TStyle(std::shared_ptr<TPageObject> element)
+        : FElement(std::move(element)) {}
+
+    void setAttribute(const std::u16string& name, const THtmlValue& value, std::int32_t) override {
+        FElement->Call("setStyle", {Text(name), ToJson(value)});
+    }
+
+private:
+    std::shared_ptr<TPageObject> FElement;
+};
+
+class TCollection : public IHTMLElementCollection {
+public:
+    explicit TCollection(std::vector<THtmlHandle<IHTMLElement>> elements)
+        : FElements(std::move(elements)) {}
+
+    std::int32_t get_length() override { return static_cast<std::int32_t>(FElements.size()); }
+    THtmlHandle<IHTMLElement> item(std::int32_t index) override {
+        return index >= 0 && index < get_length() ? FElements[static_cast<std::size_t>(index)] : nullptr;
+    }
+
+private:
+    std::vector<THtmlHandle<IHTMLElement>> FElements;
+};
+
+class TElement : public IHTMLElement {
+public:
+    TElement(TEnginePage& page, const QJsonValue& answer)
+        : FObject(std::make_shared<TPageObject>(page, NumberOf(answer)))
+        , FTag(answer[QLatin1String("tag")].toString().toStdU16String()) {}
+
+    std::u16string get_tagName() override { return FTag; }
+    std::u16string get_outerHTML() override { return FObject->Call("outerHTML").toString().toStdU16String(); }
+    THtmlValue getAttribute(const std::u16string& name) override {
+        return ToHtmlValue(FObject->Call("attribute", {Text(name)}));
+    }
+    void setAttribute(const std::u16string& name, const THtmlValue& value) override {
+        Set(Text(name), value);
+    }
+    THtmlHandle<IHTMLElementCollection> get_children() override {
+        std::vector<THtmlHandle<IHTMLElement>> elements;
+        const QJsonArray children = FObject->Call("children").toArray();
+        for (const QJsonValue child : children)
+            elements.push_back(MakeElement(FObject->Page(), child));
+        return std::make_shared<TCollection>(std::move(elements));
+    }
+    THtmlHandle<IHTMLStyle> get_style() override { return std::make_shared<TStyle>(FObject); }
+
+protected:
+    void Set(const QString& name, const THtmlValue& value) {
+        FObject->Call("setAttribute", {name, ToJson(value)});
+    }
+    QJsonValue Insert(const char* operation, std::int32_t index) { return FObject->Call(operation, {index}); }
+    TEnginePage& Page() const { return FObject->Page(); }
+
+private:
+    std::shared_ptr<TPageObject> FObject;
+    std::u16string FTag;
+};
+
+class TTableCell : public TElement, public IHTMLTableCell {
+public:
+    using TElement::TElement;
+    void put_width(const THtmlValue& width) override { Set(QStringLiteral("width"), width); }
+};
+
+class TTableRow : public TElement, public IHTMLTableRow {
+public:
+    using TElement::TElement;
+    THtmlHandle<IHTMLTableCell> insertCell(std::int32_t index) override {
+        return std::make_shared<TTableCell>(Page(), Insert("insertCell", index));
+    }
+};
+
+class TTable : public TElement, public IHTMLTable {
+public:
+    using TElement::TElement;
+    THtmlHandle<IHTMLTableRow> insertRow(std::int32_t index) override {
+        return std::make_shared<TTableRow>(Page(), Insert("insertRow", index));
+    }
+    void put_border(const THtmlValue& border) override { Set(QStringLiteral("border"), border); }
+    void put_borderColor(const THtmlValue& color) override { Set(QStringLiteral("bordercolor"), color); }
+    void put_cellSpacing(const THtmlValue& spacing) override { Set(QStringLiteral("cellspacing"), spacing); }
+    void put_cellPadding(const THtmlValue& padding) override { Set(QStringLiteral("cellpadding"), padding); }
+    void put_width(const THtmlValue& width) override { Set(QStringLiteral("width"), width); }
+    void put_height(const THtmlValue& height) override { Set(QStringLiteral("height"), height); }
+    void put_align(const std::u16string& align) override { Set(QStringLiteral("align"), align); }
+};
+
+// What both kinds of range do alike, over the interface of the kind.
+template<class Kind> class TRangeOf : public Kind {
+public:
+    TRangeOf(TEnginePage& page, const QJsonValue& answer)
+        : FObject(page, NumberOf(answer)) {}
+
+    bool execCommand(const std::string& name, bool, const THtmlValue& value) override {
+        return FObject.Call("rangeCommand", {Text(name), ToJson(value)}).toBool();
+    }
+    THtmlValue queryCommandValue(const std::string& name) override {
+        return ToHtmlValue(FObject.Call("rangeValue", {Text(name)}));
+    }
+
+protected:
+    TPageObject FObject;
+};
+
+class TControlRange : public TRangeOf<IHTMLControlRange> {
+public:
+    using TRangeOf::TRangeOf;
+    THtmlHandle<IHTMLElement> commonParentElement() override {
+        return MakeElement(FObject.Page(), FObject.Call("rangeControl"));
+    }
+};
+
+class TTxtRange : public TRangeOf<IHTMLTxtRange> {
+public:
+    using TRangeOf::TRangeOf;
+
+    std::u16string get_text() override { return FObject.Call("rangeText").toString().toStdU16String(); }
+    void moveToPoint(std::int32_t x, std::int32_t y) override {
+        FObject.Move({QStringLiteral("point"), x, y});
+    }
+    void moveStart(const std::string& unit, std::int32_t count) override {
+        FObject.Move({QStringLiteral("start"), Text(unit), count});
+    }
+    void moveEnd(const std::string& unit, std::int32_t count) override {
+        FObject.Move({QStringLiteral("end"), Text(unit), count});
+    }
+    void collapse(bool toStart) override { FObject.Move({QStringLiteral("collapse"), toStart}); }
+    THtmlHandle<IHTMLElement> parentElement() override {
+        return MakeElement(FObject.Page(), FObject.Call("rangeParent"));
+    }
+    void pasteHTML(const std::u16string& html) override {
+        AllowPictures(Text(html));
+        FObject.Call("rangePaste", {Text(html)});
+    }
+
+private:
+    // Pictures that the user puts in come from anywhere on the disk.
+    void AllowPictures(const QString& html) {
+        static const QRegularExpression source(QStringLiteral(R"re(<img\b[^>]*\bsrc="([^"]*)")re"),
+                                               QRegularExpression::CaseInsensitiveOption);
+        for (auto match = source.globalMatch(html); match.hasNext();)
+            FObject.Page().Guard().Allow(QUrl::fromUserInput(match.next().captured(1)).toLocalFile());
+    }
+};
+
+} // namespace
+
+QJsonValue ToJson(const THtmlValue& value) {
+    struct {
+        QJsonValue operator()(std::monostate) const { return QJsonValue::Null; }
+        QJsonValue operator()(bool flag) const { return flag; }
+        QJsonValue operator()(std::int32_t number) const { return number; }
+        QJsonValue operator()(const std::u16string& text) const { return Text(text); }
+    } convert;
+    return std::visit(convert, value);
+}
+
+THtmlValue ToHtmlValue(const QJsonValue& value) {
+    switch (value.type()) {
+    case QJsonValue::Null:
+    case QJsonValue::Undefined:
+        return std::monostate{};
+    case QJsonValue::Bool:
+        return value.toBool();
+    case QJsonValue::Double:
+        return value.toInt();
+    case QJsonValue::String:
+        return value.toString().toStdU16String();
+    default:
+        throw EOleSysError("The HTML engine gave a value of a wrong kind.", hsFail);
+    }
+}
+
+TPageObject::TPageObject(TEnginePage& page, int number)
+    : FPage(&page)
+    , FNumber(number)
+    , FGeneration(page.Generation()) {}
+
+TPageObject::~TPageObject() {
+    if (FPage && FNumber != 0) FPage->Release(FNumber, FGeneration);
+}
+
+TEnginePage& TPageObject::Page() const {
+    if (!Alive()) throw EOleSysError("The document is no longer there.", hsFail);
+    return *FPage;
+}
+
+QJsonValue TPageObject::Call(const char* operation, const QJsonArray& arguments) const {
+    return Page().Call({QString::fromLatin1(operation), FNumber, arguments, std::exchange(FMoves, {})});
+}
+
+THtmlHandle<IHTMLElement> MakeElement(TEnginePage& page, const QJsonValue& answer) {
+    if (answer.isNull()) return nullptr;
+    const QString tag = answer[QLatin1String("tag")].toString();
+    if (tag == QStringLiteral("TABLE")) return std::make_shared<TTable>(page, answer);
+    if (tag == QStringLiteral("TR")) return std::make_shared<TTableRow>(page, answer);
+    if (tag == QStringLiteral("TD") || tag == QStringLiteral("TH"))
+        return std::make_shared<TTableCell>(page, answer);
+    return std::make_shared<TElement>(page, answer);
+}
+
+THtmlHandle<IHTMLRange> MakeRange(TEnginePage& page, const QJsonValue& answer) {
+    if (answer[QLatin1String("control")].toBool()) return std::make_shared<TControlRange>(page, answer);
+    return std::make_shared<TTxtRange>(page, answer);
+}

@@ -1,0 +1,41 @@
+// The engine's objects as the editor knows them: each a number in the agent's table,
+// good as long as its document is.
+#pragma once
+
+#include "contracts/HtmlEngine.h"
+#include "platform/engine/EnginePage.h"
+
+#include <QPointer>
+
+QJsonValue ToJson(const THtmlValue& value);
+// Raises EOleSysError for a value that is no plain one.
+THtmlValue ToHtmlValue(const QJsonValue& value);
+
+// The link of an object to its page and document.
+class TPageObject {
+public:
+    // number 0 is the document itself.
+    TPageObject(TEnginePage& page, int number);
+    ~TPageObject();
+
+    TPageObject(const TPageObject&) = delete;
+    TPageObject& operator=(const TPageObject&) = delete;
+
+    QJsonValue Call(const char* operation, const QJsonArray& arguments = {}) const;
+    // Does a move of a range before the next call.
+    void Move(const QJsonArray& move) { FMoves.append(move); }
+    // Raises EOleSysError when the document is gone.
+    TEnginePage& Page() const;
+    bool Alive() const { return FPage && FPage->Ready() && FPage->Generation() == FGeneration; }
+
+private:
+    QPointer<TEnginePage> FPage;
+    int FNumber;
+    int FGeneration;
+    mutable QJsonArray FMoves;
+};
+
+// The element that the agent's answer describes, with the interfaces of its kind; empty
+// for null.
+THtmlHandle<IHTMLElement> MakeElement(TEnginePage& page, const QJsonValue& answer);
+THtmlHandle<IHTMLRange> MakeRange(TEnginePage& page, const QJsonValue& answer);

@@ -1,0 +1,88 @@
+#include "platform/engine/WebBrowser.h"
+
+#include "contracts/Exceptions.h"
+#include "platform/widgets/QtText.h"
+
+#include <QContextMenuEvent>
+#include <QFocusEvent>
+#include <QMenu>
+
+void TBrowserControl::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu;
+    for (const auto action :
+         {QWebEnginePage::Undo, QWebEnginePage::Redo, QWebEnginePage::NoWebAction, QWebEnginePage::Cut,
+          QWebEnginePage::Copy, QWebEnginePage::Paste, QWebEnginePage::PasteAndMatchStyle,
+          QWebEnginePage::NoWebAction, QWebEnginePage::SelectAll}) {
+        if (action == QWebEnginePage::NoWebAction)
+            menu.addSeparator();
+        else
+            menu.addAction(pageAction(action));
+    }
+    menu.exec(event->globalPos());
+}
+
+TWebBrowser::TWebBrowser(TWinControl& parent, const std::string& name)
+    : FPage(std::make_unique<TEnginePage>(FProfile))
+    , FControl(new TBrowserControl(&parent, name)) {
+    FControl->SetAlign(TAlign::Client);
+    FControl->setPage(FPage.get());
+    FPage->OnLoaded = [this] { Loaded(); };
+    FPage->OnMessage = [this](const QJsonObject& message) {
+        if (const auto document = FDocument) document->Tell(message);
+    };
+    FPage->OnLink = [this](const QUrl& url) {
+        if (OnLinkClick) Application().Dispatch(FControl, [&] { OnLinkClick(FromQt(url.toString())); });
+    };
+    WatchFocus();
+}
+
+TWebBrowser::~TWebBrowser() {
+    FPage->OnLoaded = nullptr;
+    if (FControl) FControl->setPage(nullptr);
+}
+
+TWinControl& TWebBrowser::Control() {
+    if (!FControl) throw EOleSysError("The browser control is gone.", hsFail);
+    return *FControl;
+}
+
+void TWebBrowser::Navigate(const std::string& path) {
+    FDocument.reset();
+    FPage->Load(ToQt(path));
+}
+
+bool TWebBrowser::Busy() {
+    return FPage->Loading();
+}
+
+THtmlHandle<IHtmlObject> TWebBrowser::Document() {
+    if (!FDocument || !FDocument->Alive()) return nullptr;
+    return std::static_pointer_cast<IHTMLDocument2>(FDocument);
+}
+
+void TWebBrowser::SetFocus() {
+    if (FControl) FControl->setFocus();
+}
+
+void TWebBrowser::Loaded() {
+    FDocument = FPage->Ready() ? std::make_shared<THtmlDocument>(*FPage) : nullptr;
+    WatchFocus();
+    if (OnDownloadComplete) Application().Dispatch(FControl, [this] { OnDownloadComplete(); });
+}
+
+// The widget that takes the keys is made late and anew after the engine's process died.
+void TWebBrowser::WatchFocus() {
+    QWidget* proxy = FControl ? FControl->focusProxy() : nullptr;
+    if (!proxy || proxy == FFocusWidget) return;
+    FFocusWidget = proxy;
+    proxy->installEventFilter(this);
+}
+
+bool TWebBrowser::eventFilter(QObject* watched, QEvent* event) {
+    const bool focusEvent = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
+    if (!focusEvent || watched != FFocusWidget) return false;
+    // The context menu is a part of the editor.
+    if (static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason) return false;
+    if (const auto document = FDocument) document->TellFocus(event->type() == QEvent::FocusIn);
+    return false;
+}

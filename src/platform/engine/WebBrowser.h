@@ -1,0 +1,45 @@
+// The browser control over Qt WebEngine.
+#pragma once
+
+#include "platform/engine/HtmlDocument.h"
+#include "platform/widgets/Control.h"
+
+#include <QWebEngineProfile>
+#include <QWebEngineView>
+
+// The view as a control of the component layer.
+class TBrowserControl : public TControlOf<QWebEngineView> {
+public:
+    using TControlOf::TControlOf;
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+};
+
+class TWebBrowser : public QObject, public IWebBrowser {
+public:
+    // The parent owns the control that is made in it. Raises EOleSysError when the
+    // engine cannot be started.
+    TWebBrowser(TWinControl& parent, const std::string& name);
+    ~TWebBrowser() override;
+
+    TWinControl& Control() override;
+    void Navigate(const std::string& path) override;
+    bool Busy() override;
+    THtmlHandle<IHtmlObject> Document() override;
+    void SetFocus() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Loaded();
+    void WatchFocus();
+
+    // The page has to go before its profile.
+    QWebEngineProfile FProfile;
+    std::unique_ptr<TEnginePage> FPage;
+    QPointer<TBrowserControl> FControl;
+    QPointer<QObject> FFocusWidget;
+    std::shared_ptr<THtmlDocument> FDocument;
+};

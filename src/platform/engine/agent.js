@@ -1,0 +1,297 @@
+// The engine's side of the editor, in a script world of its own: the description's
+// document cannot see it, and the document's own scripts never run.
+//
+// call() takes one operation as JSON and gives its answer as JSON. Objects that the
+// other side keeps stand in a table under a number, written {"$": number}.
+(function () {
+    'use strict';
+
+    const objects = new Map();
+    const waiting = [];
+    const segmenter = new Intl.Segmenter(undefined, { granularity: 'word' });
+    let lastNumber = 0;
+    let port = null;
+    let dirty = false;
+    // Counts the settings of the dirty state from outside; tells late news apart.
+    let epoch = 0;
+    let movePending = false;
+
+    function keep(object) {
+        objects.set(++lastNumber, object);
+        return { $: lastNumber };
+    }
+
+    function keepElement(element) {
+        return element ? Object.assign(keep(element), { tag: element.tagName.toUpperCase() }) : null;
+    }
+
+    function find(number) {
+        if (!objects.has(number)) throw new Error('The object is gone.');
+        return objects.get(number);
+    }
+
+    function post(message) {
+        if (port) port.Post(JSON.stringify(message));
+        else waiting.push(message);
+    }
+
+    function setDirty(value) {
+        if (dirty === value) return;
+        dirty = value;
+        post({ dirty: value, epoch: epoch });
+    }
+
+    function currentRange() {
+        const selection = document.getSelection();
+        if (selection.rangeCount > 0) return selection.getRangeAt(0);
+        const range = document.createRange();
+        range.selectNodeContents(document.body || document.documentElement);
+        range.collapse(true);
+        return range;
+    }
+
+    // A control is selected when the selection is one image or table and nothing else.
+    function controlIn(range) {
+        if (range.startContainer !== range.endContainer || range.endOffset - range.startOffset !== 1) return null;
+        const node = range.startContainer.childNodes[range.startOffset];
+        return node && /^(IMG|TABLE)$/.test(node.nodeName) ? node : null;
+    }
+
+    function select(range) {
+        const selection = document.getSelection();
+        selection.removeAllRanges();
+        selection.addRange(range);
+    }
+
+    function run(command, value) {
+        const done = document.execCommand(command, false, value === null ? undefined : String(value));
+        if (done) setDirty(true);
+        return done;
+    }
+
+    // Colours travel as numbers with red in the low byte.
+    function colorText(number) {
+        const hex = (byte) => (byte & 255).toString(16).padStart(2, '0');
+        return '#' + hex(number) + hex(number >> 8) + hex(number >> 16);
+    }
+
+    function colorNumber(text) {
+        const parts = /^rgba?\((\d+), (\d+), (\d+)/.exec(text);
+        return parts ? Number(parts[1]) | (Number(parts[2]) << 8) | (Number(parts[3]) << 16) : null;
+    }
+
+    function commandValue(name) {
+        if (/^(bold|italic|underline|justify.*)$/i.test(name)) return document.queryCommandState(name);
+        const value = document.queryCommandValue(name);
+        if (value === '' || value === false || value === null) return null;
+        if (/^fontsize$/i.test(name)) return Number(value);
+        if (/color$/i.test(name)) return colorNumber(value);
+        return String(value).replace(/^["']|["']$/g, '');
+    }
+
+    function blockOf(node) {
+        let element = node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement;
+        while (element.parentElement && getComputedStyle(element).display.startsWith('inline'))
+            element = element.parentElement;
+        return element;
+    }
+
+    // The texts of the block around a place as one text, and the place in it. Empty for
+    // a place that is not in a text.
+    function textAround(container, offset) {
+        if (container.nodeType !== Node.TEXT_NODE) return null;
+        const walker = document.createTreeWalker(blockOf(container), NodeFilter.SHOW_TEXT);
+        const nodes = [];
+        let text = '';
+        let place = -1;
+        while (walker.nextNode()) {
+            const node = walker.currentNode;
+            if (node === container) place = text.length + offset;
+            nodes.push({ node: node, start: text.length });
+            text += node.data;
+        }
+        return { nodes: nodes, text: text, place: place };
+    }
+
+    function placeIn(around, position) {
+        let found = around.nodes[0];
+        for (const candidate of around.nodes) if (candidate.start <= position) found = candidate;
+        return [found.node, Math.min(position - found.start, found.node.data.length)];
+    }
+
+    // The next boundary of a word in a direction. A place at the start of a word counts
+    // as inside it, since it is where a pointer on its first letter leads.
+    function wordBoundary(around, backwards) {
+        let before = 0;
+        for (const part of segmenter.segment(around.text)) {
+            const end = part.index + part.segment.length;
+            const inside = part.index <= around.place && around.place < end;
+            const closing = around.place === end && part.isWordLike;
+            if (inside && !part.isWordLike && around.place === part.index && before < part.index) continue;
+            if (inside || closing) return backwards ? part.index : end;
+            before = part.index;
+        }
+        return around.place;
+    }
+
+    function moveEdge(state, edge, unit, count) {
+        if (unit !== 'word') throw new Error('Ranges move by words only.');
+        if (!state.hit) return;
+        const range = state.range;
+        for (let step = Math.abs(count); step > 0; --step) {
+            const around = edge === 'start' ? textAround(range.startContainer, range.startOffset)
+                                            : textAround(range.endContainer, range.endOffset);
+            if (!around) return;
+            const place = placeIn(around, wordBoundary(around, count < 0));
+            if (edge === 'start') range.setStart(...place);
+            else range.setEnd(...place);
+        }
+    }
+
+    // Whether the point lies on a letter beside the caret, and not in the empty space
+    // from which the caret only is the nearest place.
+    function isOnText(caret, x, y) {
+        const node = caret.startContainer;
+        if (node.nodeType !== Node.TEXT_NODE) return false;
+        const letter = document.createRange();
+        for (const start of [caret.startOffset - 1, caret.startOffset]) {
+            if (start < 0 || start >= node.data.length) continue;
+            letter.setStart(node, start);
+            letter.setEnd(node, start + 1);
+            for (const box of letter.getClientRects())
+                if (x >= box.left && x <= box.right && y >= box.top && y <= box.bottom) return true;
+        }
+        return false;
+    }
+
+    function applyMoves(state, moves) {
+        for (const [kind, ...rest] of moves) {
+            if (kind === 'point') {
+                const caret = document.caretRangeFromPoint(...rest);
+                state.hit = caret !== null && isOnText(caret, ...rest);
+                state.range = caret || currentRange().cloneRange();
+                if (!state.hit) state.range.collapse(true);
+            } else if (kind === 'collapse') {
+                state.range.collapse(rest[0]);
+            } else {
+                moveEdge(state, kind, ...rest);
+            }
+        }
+    }
+
+    function styleName(name) {
+        return name.replace(/[a-z][A-Z]/g, (pair) => pair[0] + '-' + pair[1]).toLowerCase();
+    }
+
+    function attributeValue(element, name) {
+        const value = element.getAttribute(name);
+        return value !== null && /^-?\d{1,9}$/.test(value) ? Number(value) : value;
+    }
+
+    const operations = {
+        setDesignMode(_, mode) {
+            document.designMode = mode;
+            document.execCommand('styleWithCSS', false, false);
+        },
+        designMode: () => (document.designMode === 'on' ? 'On' : 'Off'),
+        initNew() {
+            document.documentElement.innerHTML = '<head></head><body></body>';
+        },
+        setDirty(_, value, newEpoch) {
+            epoch = newEpoch;
+            dirty = value;
+        },
+        documentElement: () => keepElement(document.documentElement),
+        createElement: (_, tag) => keepElement(document.createElement(tag)),
+        selectionType() {
+            const range = currentRange();
+            if (controlIn(range)) return 'Control';
+            return range.collapsed ? 'None' : 'Text';
+        },
+        createRange() {
+            const range = currentRange().cloneRange();
+            return Object.assign(keep({ range: range, hit: true }), { control: controlIn(range) !== null });
+        },
+        rangeCommand(state, name, value) {
+            select(state.range);
+            const color = /color$/i.test(name) && typeof value === 'number';
+            const done = run(name, color ? colorText(value) : value);
+            state.range = currentRange().cloneRange();
+            return done;
+        },
+        rangeValue(state, name) {
+            select(state.range);
+            return commandValue(name);
+        },
+        rangeText: (state) => state.range.toString(),
+        rangeParent(state) {
+            const node = state.range.commonAncestorContainer;
+            return keepElement(node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement);
+        },
+        rangeControl: (state) => keepElement(controlIn(state.range)),
+        rangePaste(state, html) {
+            select(state.range);
+            if (!run('insertHTML', html)) throw new Error('The document cannot be changed.');
+            state.range = currentRange().cloneRange();
+        },
+        command(_, name) {
+            return run(name, null);
+        },
+        commandFlags(_, name) {
+            return (document.queryCommandEnabled(name) ? 2 : 0) | (document.queryCommandState(name) ? 4 : 0);
+        },
+        outerHTML: (element) => element.outerHTML,
+        attribute: (element, name) => attributeValue(element, name),
+        setAttribute(element, name, value) {
+            element.setAttribute(name, value === null ? '' : String(value));
+        },
+        setStyle(element, name, value) {
+            element.style.setProperty(styleName(name), value === null ? '' : String(value));
+        },
+        children: (element) => Array.from(element.children, keepElement),
+        insertRow: (table, index) => keepElement(table.insertRow(index)),
+        insertCell: (row, index) => keepElement(row.insertCell(index)),
+    };
+
+    function call(request) {
+        try {
+            for (const number of request.release) objects.delete(number);
+            const object = request.on ? find(request.on) : null;
+            if (request.moves.length > 0) applyMoves(object, request.moves);
+            const value = operations[request.operation](object, ...request.arguments);
+            return JSON.stringify({ value: value === undefined ? null : value });
+        } catch (failure) {
+            return JSON.stringify({ failure: failure.message });
+        }
+    }
+
+    // The engine itself leaves a caret beside an image or table that is clicked.
+    document.addEventListener('mousedown', (event) => {
+        const target = event.target;
+        if (document.designMode !== 'on' || !/^(IMG|TABLE)$/.test(target.nodeName)) return;
+        event.preventDefault();
+        document.body.focus();
+        const range = document.createRange();
+        range.selectNode(target);
+        select(range);
+    }, true);
+
+    for (const type of ['mouseup', 'keydown'])
+        document.addEventListener(type, () => post({ event: type }), true);
+    document.addEventListener('mousemove', () => {
+        if (movePending) return;
+        movePending = true;
+        requestAnimationFrame(() => {
+            movePending = false;
+            post({ event: 'mousemove' });
+        });
+    }, true);
+    document.addEventListener('input', () => setDirty(true), true);
+
+    new QWebChannel(qt.webChannelTransport, (channel) => {
+        port = channel.objects.host;
+        for (const message of waiting.splice(0)) post(message);
+    });
+
+    window.quoraneCall = call;
+})();
