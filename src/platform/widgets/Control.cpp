@@ -387,6 +387,8 @@ bool TWinControl::HandleKey(QEvent& event) {
 }
 
 bool TWinControl::HandleMouse(QEvent& event) {
+    // An inner viewport's events come here before Qt drops those of a disabled widget.
+    if (!Widget().isEnabled()) return false;
     const auto& mouse = static_cast<QMouseEvent&>(event);
     const TPoint point{mouse.position().toPoint().x(), mouse.position().toPoint().y()};
     if (event.type() == QEvent::MouseMove)

@@ -87,6 +87,11 @@ int TListItem::Index() const {
     return FList.indexOfTopLevelItem(const_cast<TListItem*>(this));
 }
 
+// Asked of the model: the item itself learns of a change only after the view has told it.
+bool TListItem::Selected() const {
+    return FList.selectionModel()->isSelected(FList.indexFromItem(this));
+}
+
 void TListItem::SetSelected(bool selected) {
     if (selected)
         FList.SetSelected(this);

@@ -41,7 +41,7 @@ public:
     void SetStateIndex(int index);
 
     int Index() const;
-    bool Selected() const { return isSelected(); }
+    bool Selected() const;
     // Selects the row, or takes the selection from it.
     void SetSelected(bool selected);
     void MakeVisible();
