@@ -49,7 +49,7 @@ TfrmQuoraneMessage::TfrmQuoraneMessage(TWinControl* owner)
 void TfrmQuoraneMessage::MakeActions() {
     actSend = new TAction(*FActions, "actSend");
     actSend->SetCaption(SPostMessage);
-    actSend->SetImageIndex(FImages->Add("message"));
+    actSend->SetImageIndex(FImages->Add("send"));
     actSend->OnExecute = [this] { actSendExecute(); };
     actSend->OnUpdate = [this] { actSendUpdate(); };
     for (const TEditRow& row : EditRows) {
