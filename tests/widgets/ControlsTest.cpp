@@ -195,4 +195,17 @@ TEST_F(Controls, AVirtualTreeAsksItsHandlersAndReportsAFailureOnce) {
     EXPECT_THAT(Dialogs.Errors(), ElementsAre("gone"));
 }
 
+TEST_F(Controls, ALongTreeMeasuresOnlyTheRowsThatShow) {
+    auto& tree = *new TVirtualTree(&Form, "vst");
+    tree.SetAlign(TAlign::Client);
+    tree.AddColumn("Subject", 150);
+    int asked = 0;
+    tree.OnGetText = [&](TTreeNode&, int, std::string&) { ++asked; };
+    for (int i = 0; i < 5000; ++i)
+        tree.AddNode(nullptr, TRecord{});
+    ShowWindow(Form);
+    EXPECT_GT(asked, 0);
+    EXPECT_LT(asked, 500);
+}
+
 } // namespace

@@ -220,6 +220,19 @@ TEST_F(Tree, TheStateImageHasAHitAreaOfItsOwn) {
     EXPECT_EQ(Trv.GetHitTestInfoAt(row.Left + 5, row.Top + 300), TTreeHit::Nowhere);
 }
 
+TEST_F(Tree, ChildrenOfAClosedBranchReachTheViewAsOneRun) {
+    TTreeNode& branch = Trv.Add("branch");
+    ShowWindow(Form);
+    int runs = 0;
+    QObject::connect(Trv.model(), &QAbstractItemModel::rowsInserted, Trv.model(), [&] { ++runs; });
+    for (int i = 0; i < 1000; ++i)
+        Trv.AddChild(branch, std::string("child")).SetHasChildren(true);
+    branch.Expand(false);
+    TActor::Settle();
+    EXPECT_EQ(runs, 1);
+    EXPECT_EQ(Trv.model()->rowCount(Trv.model()->index(0, 0)), 1000);
+}
+
 TEST_F(Tree, KeysWalkOpenAndCloseBranches) {
     TTreeNode& top = Trv.Add("top");
     TTreeNode& child = Trv.AddChild(top, std::string("child"));

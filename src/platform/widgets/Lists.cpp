@@ -188,6 +188,7 @@ TListBox::TListBox(TWinControl* parent, const std::string& name)
     : TScrollingControlOf(parent, name)
     , FItems(std::make_unique<TListItems>(*this, false)) {
     setUniformItemSizes(true);
+    setSpacing(2);
     connect(this, &QListWidget::currentRowChanged, this, [this] { Fire(OnClick); });
 }
 
@@ -217,6 +218,6 @@ void TCheckListBox::SetChecked(int index, bool checked) {
 
 // Room for a handful of entries; more of them scroll.
 QSize TCheckListBox::sizeHint() const {
-    const int row = std::max(sizeHintForRow(0), fontMetrics().height() + 4);
-    return QSize(QListWidget::sizeHint().width(), std::clamp(count(), 3, 6) * row + 2 * frameWidth());
+    const int row = std::max(sizeHintForRow(0), fontMetrics().height()) + 2 * spacing();
+    return QSize(QListWidget::sizeHint().width(), std::clamp(count(), 3, 6) * row + 2 * frameWidth() + 2);
 }

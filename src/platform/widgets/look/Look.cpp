@@ -1,10 +1,14 @@
 #include "platform/widgets/look/Look.h"
 
+#include <algorithm>
+#include <memory>
+
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOption>
 
 namespace {
 
@@ -58,10 +62,80 @@ void DimDisabled(QPalette& palette) {
                      palette.color(QPalette::Inactive, QPalette::Highlight));
 }
 
+QColor Between(const QColor& one, const QColor& other, double share) {
+    return QColor::fromRgbF(static_cast<float>(one.redF() * share + other.redF() * (1 - share)),
+                            static_cast<float>(one.greenF() * share + other.greenF() * (1 - share)),
+                            static_cast<float>(one.blueF() * share + other.blueF() * (1 - share)));
+}
+
+// Fusion derives its outlines from the window by darkening it, which leaves none on a
+// dark one. Here they are mixed from text and window.
+class TLookStyle : public QProxyStyle {
+public:
+    TLookStyle()
+        : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        switch (element) {
+        case PE_FrameLineEdit:
+        case PE_Frame:
+            DrawFrame(*option, *painter);
+            return;
+        case PE_IndicatorCheckBox:
+        case PE_IndicatorItemViewItemCheck:
+            DrawCheck(*option, *painter);
+            return;
+        default:
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        }
+    }
+
+private:
+    static QColor Outline(const QStyleOption& option) {
+        const QPalette& palette = option.palette;
+        if (option.state & State_HasFocus && option.state & State_Enabled)
+            return palette.color(QPalette::Active, QPalette::Link);
+        return Between(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.28);
+    }
+
+    static void DrawFrame(const QStyleOption& option, QPainter& painter) {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Outline(option));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        painter.restore();
+    }
+
+    static void DrawCheck(const QStyleOption& option, QPainter& painter) {
+        const QPalette& palette = option.palette;
+        const bool enabled = option.state & State_Enabled;
+        const QColor ink = palette.color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::Text);
+        const QColor window = palette.color(QPalette::Window);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        const qreal side = std::min(option.rect.width(), option.rect.height()) - 1;
+        QRectF box(0, 0, side, side);
+        box.moveCenter(QRectF(option.rect).center());
+        painter.setPen(option.state & State_HasFocus ? Outline(option) : Between(ink, window, 0.5));
+        painter.setBrush(palette.color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::Base));
+        painter.drawRoundedRect(box, 2, 2);
+        const QColor mark = enabled ? palette.color(QPalette::Active, QPalette::Link) : ink;
+        painter.setPen(QPen(mark, side / 7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const auto at = [&](double x, double y) { return box.topLeft() + QPointF(x, y) * side; };
+        if (option.state & State_On)
+            painter.drawPolyline(QPolygonF({at(0.24, 0.52), at(0.43, 0.71), at(0.77, 0.3)}));
+        else if (option.state & State_NoChange)
+            painter.drawLine(at(0.27, 0.5), at(0.73, 0.5));
+        painter.restore();
+    }
+};
+
 } // namespace
 
 void ApplyLook(TPalette choice) {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(std::make_unique<TLookStyle>().release());
     QPalette palette = QApplication::style()->standardPalette();
     const bool dark = choice == TPalette::Dark ||
                       (choice == TPalette::System && palette.color(QPalette::Window).lightness() < 128);

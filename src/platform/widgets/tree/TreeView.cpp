@@ -26,6 +26,8 @@ TTreeView::TTreeView(TWinControl* parent, const std::string& name)
     setVerticalScrollMode(ScrollPerPixel);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    // Measures the rows that show and no others.
+    header()->setResizeContentsPrecision(0);
 }
 
 TTreeView::~TTreeView() {
