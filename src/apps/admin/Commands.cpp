@@ -29,8 +29,10 @@ int RunCreate(const std::vector<std::string>& texts) {
     const Arguments arguments(texts, {"--database"}, {}, 0);
     const auto path = DatabasePath(arguments);
     if (std::filesystem::exists(path)) throw CommandError("There is a file " + path + " already.");
+    std::error_code error;
     if (const auto folder = std::filesystem::path(path).parent_path(); !folder.empty())
-        std::filesystem::create_directories(folder);
+        std::filesystem::create_directories(folder, error);
+    if (error) throw CommandError("The folder of " + path + " cannot be made: " + error.message() + '.');
     BulkWriter(path).Commit();
     std::cout << path << " is made. Add an administrator with \"quorane-admin add-user NAME --admin\".\n";
     return ExitDone;
