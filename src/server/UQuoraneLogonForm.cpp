@@ -29,8 +29,8 @@ TfrmQuoraneLogon::TfrmQuoraneLogon(TWinControl* owner)
     SetHelpKeyword("HC_QuoraneLogon");
     SetBorderStyle(TBorderStyle::Dialog);
     SetIcon(AddInIconName);
-    BuildEntries();
-    BuildButtons();
+    PlaceEntries();
+    PlaceButtons();
     SetWidth(DialogWidth);
     SetHeight(BannerHeight + pnlEntries.Height());
     SetActiveControl(edtHost);
@@ -39,13 +39,13 @@ TfrmQuoraneLogon::TfrmQuoraneLogon(TWinControl* owner)
 
 TfrmQuoraneLogon::~TfrmQuoraneLogon() = default;
 
-void TfrmQuoraneLogon::BuildEntries() {
+void TfrmQuoraneLogon::PlaceEntries() {
     imgQuoraneLogon.SetAnchors(true, true, true, true);
+    imgQuoraneLogon.SetBackground("logon");
     pnlEntries.SetAlign(TAlign::Bottom);
-    TGridLayout& grid = pnlEntries.UseGridLayout();
-    grid.SetMargins(EntryMargin, RowSpacing, EntryMargin, EntryMargin);
-    grid.SetSpacing(RowSpacing, RowSpacing);
-    grid.SetColumnStretch(1, 1);
+    FEntryGrid.SetMargins(EntryMargin, RowSpacing, EntryMargin, EntryMargin);
+    FEntryGrid.SetSpacing(RowSpacing, RowSpacing);
+    FEntryGrid.SetColumnStretch(1, 1);
     const struct {
         TLabel& Label;
         TEdit& Edit;
@@ -53,21 +53,20 @@ void TfrmQuoraneLogon::BuildEntries() {
     int row = 0;
     for (const auto& entry : rows) {
         entry.Label.SetFocusControl(entry.Edit);
-        grid.Place(entry.Label, row, 0);
-        grid.Place(entry.Edit, row, 1);
+        FEntryGrid.Place(entry.Label, row, 0);
+        FEntryGrid.Place(entry.Edit, row, 1);
         ++row;
     }
     edtPassword.SetPassword(true);
-    grid.Place(pnlButtons, row, 0, 1, 2);
+    FEntryGrid.Place(pnlButtons, row, 0, 1, 2);
 }
 
-void TfrmQuoraneLogon::BuildButtons() {
-    TGridLayout& grid = pnlButtons.UseGridLayout();
-    grid.SetMargins(0, RowSpacing, 0, 0);
-    grid.SetSpacing(RowSpacing, 0);
-    grid.SetColumnStretch(0, 1);
-    grid.Place(btnOk, 0, 1);
-    grid.Place(btnCancel, 0, 2);
+void TfrmQuoraneLogon::PlaceButtons() {
+    FButtonGrid.SetMargins(0, RowSpacing, 0, 0);
+    FButtonGrid.SetSpacing(RowSpacing, 0);
+    FButtonGrid.SetColumnStretch(0, 1);
+    FButtonGrid.Place(btnOk, 0, 1);
+    FButtonGrid.Place(btnCancel, 0, 2);
     btnOk.SetDefault(true);
     btnOk.OnClick = [this] { btnOkClick(); };
     btnCancel.SetCancel(true);

@@ -17,6 +17,34 @@ public:
 
     TImage imgQuoraneLogon{this, "imgQuoraneLogon"};
     TPanel pnlEntries{this, "pnlEntries"};
+
+private:
+    // A grid stands before what it holds.
+    TGridLayout& FEntryGrid = pnlEntries.UseGridLayout();
+
+public:
+    TLabel lblServer;
+    TEdit edtHost{&pnlEntries, "edtHost"};
+    TLabel lblUser;
+    TEdit edtUser{&pnlEntries, "edtUser"};
+    TLabel lblPassword;
+    TEdit edtPassword{&pnlEntries, "edtPassword"};
+    TPanel pnlButtons{&pnlEntries, "pnlButtons"};
+
+private:
+    TGridLayout& FButtonGrid = pnlButtons.UseGridLayout();
+
+public:
+    TButton btnOk;
+    TButton btnCancel;
+
+private:
+    void PlaceEntries();
+    void PlaceButtons();
+    void FormCreate();
+    void btnOkClick();
+};
+    TPanel pnlEntries{this, "pnlEntries"};
     TLabel lblServer;
     TEdit edtHost{&pnlEntries, "edtHost"};
     TLabel lblUser;

@@ -6,9 +6,11 @@
 #include <QCalendarWidget>
 #include <QFontMetrics>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QSignalBlocker>
 
 #include "platform/widgets/QtText.h"
+#include "platform/widgets/look/IconSheets.h"
 #include "platform/widgets/look/ImageList.h"
 
 TLabel::TLabel(TWinControl* parent, const std::string& name, const std::string& caption)
@@ -35,6 +37,18 @@ TImage::TImage(TWinControl* parent, const std::string& name)
 
 void TImage::SetPicture(const std::string& iconName, int size) {
     setPixmap(NamedIcon(iconName).pixmap(QSize(size, size), devicePixelRatio()));
+}
+
+void TImage::SetBackground(const std::string& name) {
+    FBackground = name;
+    update();
+}
+
+void TImage::paintEvent(QPaintEvent* event) {
+    QLabel::paintEvent(event);
+    if (FBackground.empty()) return;
+    QPainter painter(this);
+    PaintPicture(painter, FBackground, rect(), IconColorsFor(palette()));
 }
 
 TEdit::TEdit(TWinControl* parent, const std::string& name)

@@ -39,6 +39,14 @@ public:
     using TControl::Widget;
     // An SVG of the icon sheets (look/ImageList.h) by its name.
     void SetPicture(const std::string& iconName, int size);
+    // One that takes the control's width, from its top, in the palette's colours.
+    void SetBackground(const std::string& name);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    std::string FBackground;
 };
 
 // One line of text. OnChange fires for each change, the program's too; setting the

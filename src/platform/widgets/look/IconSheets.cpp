@@ -29,12 +29,13 @@ void ReadSheet(const QString& path, TDrawings& drawings) {
     reader.readNextStartElement();
     const QXmlStreamAttributes common = reader.attributes();
     while (reader.readNextStartElement()) {
-        const std::string name = FromQt(reader.attributes().value(QStringLiteral("id")).toString());
+        const QXmlStreamAttributes own = reader.attributes();
+        const std::string name = FromQt(own.value(QStringLiteral("id")).toString());
         QByteArray drawing;
         QXmlStreamWriter writer(&drawing);
         writer.writeStartElement(QStringLiteral("svg"));
         writer.writeDefaultNamespace(QStringLiteral("http://www.w3.org/2000/svg"));
-        writer.writeAttribute(QStringLiteral("viewBox"), QStringLiteral("0 0 16 16"));
+        writer.writeAttribute(QStringLiteral("viewBox"), own.value(QStringLiteral("viewBox")).toString());
         writer.writeStartElement(QStringLiteral("g"));
         writer.writeAttributes(common);
         for (int depth = 1; depth > 0;) {
@@ -53,7 +54,7 @@ void ReadSheet(const QString& path, TDrawings& drawings) {
 const TDrawings& Drawings() {
     static const TDrawings drawings = [] {
         TDrawings read;
-        for (const char* sheet : {"tree", "commands", "format", "marks"})
+        for (const char* sheet : {"tree", "commands", "format", "marks", "pictures"})
             ReadSheet(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(sheet)), read);
         return read;
     }();
@@ -138,6 +139,14 @@ void PaintIcon(QPainter& painter, const std::string& iconName, const QRect& plac
     QSvgRenderer renderer(Colored(iconName, colors));
     painter.setRenderHint(QPainter::Antialiasing);
     renderer.render(&painter, place);
+}
+
+void PaintPicture(QPainter& painter, const std::string& name, const QRect& place, const TIconColors& colors) {
+    QSvgRenderer renderer(Colored(name, colors));
+    const QSizeF size = renderer.viewBoxF().size();
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer.render(&painter, QRectF(place.topLeft(),
+                                     QSizeF(place.width(), place.width() * size.height() / size.width())));
 }
 
 QIcon NamedIcon(const std::string& iconName) {
