@@ -2,10 +2,11 @@
 // server and user name for the next time, never the password.
 #pragma once
 
-#include "platform/widgets/Buttons.h"
-#include "platform/widgets/Containers.h"
-#include "platform/widgets/Edits.h"
 #include "platform/widgets/Forms.h"
+
+class TEdit;
+class TImage;
+class TPanel;
 
 class TfrmQuoraneLogon : public TForm {
 public:
@@ -15,49 +16,16 @@ public:
     explicit TfrmQuoraneLogon(TWinControl* owner);
     ~TfrmQuoraneLogon() override;
 
-    TImage imgQuoraneLogon{this, "imgQuoraneLogon"};
-    TPanel pnlEntries{this, "pnlEntries"};
+    TImage* imgQuoraneLogon;
+    TEdit* edtHost;
+    TEdit* edtUser;
+    TEdit* edtPassword;
+    TButton* btnOk;
+    TButton* btnCancel;
 
 private:
-    // A grid stands before what it holds.
-    TGridLayout& FEntryGrid = pnlEntries.UseGridLayout();
-
-public:
-    TLabel lblServer;
-    TEdit edtHost{&pnlEntries, "edtHost"};
-    TLabel lblUser;
-    TEdit edtUser{&pnlEntries, "edtUser"};
-    TLabel lblPassword;
-    TEdit edtPassword{&pnlEntries, "edtPassword"};
-    TPanel pnlButtons{&pnlEntries, "pnlButtons"};
-
-private:
-    TGridLayout& FButtonGrid = pnlButtons.UseGridLayout();
-
-public:
-    TButton btnOk;
-    TButton btnCancel;
-
-private:
-    void PlaceEntries();
-    void PlaceButtons();
-    void FormCreate();
-    void btnOkClick();
-};
-    TPanel pnlEntries{this, "pnlEntries"};
-    TLabel lblServer;
-    TEdit edtHost{&pnlEntries, "edtHost"};
-    TLabel lblUser;
-    TEdit edtUser{&pnlEntries, "edtUser"};
-    TLabel lblPassword;
-    TEdit edtPassword{&pnlEntries, "edtPassword"};
-    TPanel pnlButtons{&pnlEntries, "pnlButtons"};
-    TButton btnOk;
-    TButton btnCancel;
-
-private:
-    void BuildEntries();
-    void BuildButtons();
+    void BuildEntries(TPanel& entries);
+    void BuildButtons(TPanel& buttons);
     void FormCreate();
     void btnOkClick();
 };

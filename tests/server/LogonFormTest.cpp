@@ -1,3 +1,4 @@
+#include "platform/widgets/Edits.h"
 #include "server/ServerFixture.h"
 #include "server/UQuoraneLogonForm.h"
 #include "support/ScriptedDialogs.h"
@@ -27,10 +28,10 @@ protected:
     }
 
     static void Enter(TfrmQuoraneLogon& form, const std::string& password) {
-        form.edtHost.SetText("dev7");
-        form.edtUser.SetText("ben");
-        form.edtPassword.SetText(password);
-        form.btnOk.Click();
+        form.edtHost->SetText("dev7");
+        form.edtUser->SetText("ben");
+        form.edtPassword->SetText(password);
+        form.btnOk->Click();
     }
 
     TScriptedDialogs Dialogs;
@@ -40,11 +41,11 @@ TEST_F(LogonFormTest, OffersTheLastServerAndUserButNoPassword) {
     System.UserSettings[ServerSetting] = "dev7";
     System.UserSettings[UserSetting] = "ben";
     const TModalResult result = ShowAnd([](TfrmQuoraneLogon& form) {
-        EXPECT_EQ(form.edtHost.Text(), "dev7");
-        EXPECT_EQ(form.edtUser.Text(), "ben");
-        EXPECT_EQ(form.edtPassword.Text(), "");
-        EXPECT_TRUE(form.edtHost.Focused());
-        form.btnCancel.Click();
+        EXPECT_EQ(form.edtHost->Text(), "dev7");
+        EXPECT_EQ(form.edtUser->Text(), "ben");
+        EXPECT_EQ(form.edtPassword->Text(), "");
+        EXPECT_EQ(form.focusWidget(), form.edtHost);
+        form.btnCancel->Click();
     });
     EXPECT_EQ(result, TModalResult::Cancel);
 }
@@ -66,7 +67,7 @@ TEST_F(LogonFormTest, StaysOpenAfterARefusalAndStoresNothing) {
         Enter(form, "wrong");
         EXPECT_EQ(Dialogs.TakeErrors(), std::vector<std::string>{"Invalid Login"});
         EXPECT_EQ(form.ModalResult(), TModalResult::None);
-        EXPECT_EQ(form.edtPassword.Text(), "wrong");
+        EXPECT_EQ(form.edtPassword->Text(), "wrong");
         EXPECT_TRUE(System.UserSettings.empty());
         Enter(form, "secret");
     });
@@ -76,13 +77,13 @@ TEST_F(LogonFormTest, StaysOpenAfterARefusalAndStoresNothing) {
 TEST_F(LogonFormTest, SendsEmptyEntriesToTheServer) {
     EXPECT_CALL(*ServerFactory, Create1(std::u16string())).WillOnce(Return(Server));
     EXPECT_CALL(*Server, login(std::u16string(), std::u16string())).WillOnce(Return(Session));
-    ShowAnd([](TfrmQuoraneLogon& form) { form.btnOk.Click(); });
+    ShowAnd([](TfrmQuoraneLogon& form) { form.btnOk->Click(); });
 }
 
 TEST_F(LogonFormTest, ReplacesTheSessionOfAnEarlierLogon) {
     ShowAnd([](TfrmQuoraneLogon& form) { Enter(form, "secret"); });
     EXPECT_CALL(*Session, logout()).Times(1);
-    ShowAnd([](TfrmQuoraneLogon& form) { form.btnCancel.Click(); });
+    ShowAnd([](TfrmQuoraneLogon& form) { form.btnCancel->Click(); });
     EXPECT_FALSE(QuoraneSession->IsLoggedIn());
 }
 
