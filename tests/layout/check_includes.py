@@ -28,13 +28,14 @@ ALLOWED = {
     },
     "ide": {"panel", "frames", "server", BINDING, "contracts", WIDGETS},
     WIDGETS: {"contracts"},
-    "platform/engine": {"contracts"},
+    "platform/engine": {"contracts", WIDGETS},
     "platform/sdk": {BINDING, "contracts"},
     "platform/comments": {BINDING, "contracts", "ide/Vantrel_Quorane_Tracing_TLB.h"},
     "platform/system": {"contracts"},
     "backend/store": set(),
-    "backend/service": {"backend/store"},
-    "backend/exchange": {"backend/service", "backend/store"},
+    "backend/rules": {"backend/store"},
+    "backend/service": {"backend/rules", "backend/store"},
+    "backend/exchange": {"backend/service", "backend/rules", "backend/store"},
     "hosts/studio": {"contracts", WIDGETS, "platform/engine", "platform/system"},
     "apps": None,  # the programs compose, so they may include everything
 }
