@@ -46,7 +46,6 @@ void TProjectFiles::SetFolder(const QString& folder) {
     auto* pages = static_cast<QStackedWidget*>(widget());
     if (FFolder.isEmpty()) {
         pages->setCurrentWidget(FNoFolder);
-        setWindowTitle(QStringLiteral("Files"));
         return;
     }
     if (!FModel) {
@@ -58,7 +57,7 @@ void TProjectFiles::SetFolder(const QString& folder) {
             FTree->hideColumn(column);
     }
     FTree->setRootIndex(FModel->setRootPath(FFolder));
-    setWindowTitle(QStringLiteral("Files – %1").arg(QDir(FFolder).dirName()));
+    FTree->setToolTip(FFolder);
     pages->setCurrentWidget(FTree);
 }
 

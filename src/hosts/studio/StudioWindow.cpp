@@ -8,6 +8,7 @@
 #include "platform/widgets/QtText.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -123,6 +124,7 @@ void TStudioWindow::OpenFile(const QString& path) {
 void TStudioWindow::OpenFolder(const QString& folder) {
     FFiles->SetFolder(folder);
     FFiles->show();
+    UpdateState();
 }
 
 void TStudioWindow::Remember(const QString& path) {
@@ -137,9 +139,11 @@ void TStudioWindow::UpdateState() {
     const TSourceEdit* editor = FEditors->CurrentEditor();
     for (QAction* action : FEditorActions)
         action->setEnabled(editor != nullptr);
-    const QString product = QStringLiteral("Quorane Studio");
-    setWindowTitle(editor ? editor->Caption() + QStringLiteral("[*] – ") + product
-                          : product + QStringLiteral("[*]"));
+    QStringList title;
+    if (editor) title << editor->Caption() + QStringLiteral("[*]");
+    if (!FFiles->Folder().isEmpty()) title << QDir(FFiles->Folder()).dirName();
+    title << QStringLiteral("Quorane Studio");
+    setWindowTitle(title.join(QStringLiteral(" – ")));
     setWindowModified(editor && editor->isModified());
     setWindowFilePath(editor ? editor->Path() : QString());
     UpdateStatusBar(editor);

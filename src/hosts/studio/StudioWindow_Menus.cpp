@@ -44,7 +44,10 @@ void TStudioWindow::BuildFileMenu() {
     FRecentMenu = menu.addMenu(QStringLiteral("Open &Recent"));
     connect(FRecentMenu, &QMenu::aboutToShow, this, [this] { FillRecentMenu(); });
     Add(menu, "FileOpenFolder", QStringLiteral("Open &Folder…"), {}, [this] { AskForFolder(); });
-    Add(menu, "FileCloseFolder", QStringLiteral("Close Fol&der"), {}, [this] { FFiles->SetFolder({}); });
+    Add(menu, "FileCloseFolder", QStringLiteral("Close Fol&der"), {}, [this] {
+        FFiles->SetFolder({});
+        UpdateState();
+    });
     menu.addSeparator();
     FEditorActions.push_back(Add(menu, "FileSave", QStringLiteral("&Save"), QKeySequence::Save, [this] {
         ForEditor([this](TSourceEdit& editor) { FEditors->Save(editor); });

@@ -5,6 +5,7 @@
 #include "platform/widgets/Application.h"
 #include "platform/widgets/QtText.h"
 
+#include <QAbstractButton>
 #include <QFileInfo>
 #include <QPainter>
 #include <QTabBar>
@@ -20,18 +21,62 @@ QString Identity(const QString& path) {
     return canonical.isEmpty() ? file.absoluteFilePath() : canonical;
 }
 
+// A small cross that stands out under the pointer only.
+class TCloseButton : public QAbstractButton {
+public:
+    explicit TCloseButton(QWidget* parent)
+        : QAbstractButton(parent) {
+        setFixedSize(Size, Size);
+        setFocusPolicy(Qt::NoFocus);
+        setToolTip(QStringLiteral("Close"));
+        setAccessibleName(toolTip());
+        setAttribute(Qt::WA_Hover);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QColor ink = palette().color(QPalette::WindowText);
+        if (underMouse()) {
+            ink.setAlphaF(0.15F);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(ink);
+            painter.drawRoundedRect(rect(), 3, 3);
+        }
+        ink.setAlphaF(underMouse() ? 1.0F : 0.55F);
+        painter.setPen(QPen(ink, 1.3));
+        const QRectF cross = QRectF(rect()).adjusted(Inset, Inset, -Inset, -Inset);
+        painter.drawLine(cross.topLeft(), cross.bottomRight());
+        painter.drawLine(cross.topRight(), cross.bottomLeft());
+    }
+
+private:
+    static constexpr int Size = 16;
+    static constexpr double Inset = 4.5;
+};
+
 } // namespace
 
 TEditorArea::TEditorArea(QWidget* parent)
     : QTabWidget(parent) {
     setObjectName(QStringLiteral("EditorArea"));
     setDocumentMode(true);
-    setTabsClosable(true);
     setMovable(true);
     setElideMode(Qt::ElideMiddle);
     connect(this, &QTabWidget::currentChanged, this, [this](int index) { Activated(index); });
     connect(this, &QTabWidget::tabCloseRequested, this,
             [this](int index) { Application().Dispatch(nullptr, [&] { ClosePage(*widget(index)); }); });
+}
+
+// The style's own close buttons are louder than the captions.
+void TEditorArea::tabInserted(int index) {
+    QTabWidget::tabInserted(index);
+    auto* button = new TCloseButton(tabBar());
+    QWidget* page = widget(index);
+    connect(button, &QAbstractButton::clicked, this,
+            [this, page] { Q_EMIT tabCloseRequested(indexOf(page)); });
+    tabBar()->setTabButton(index, QTabBar::RightSide, button);
 }
 
 TEditorArea::~TEditorArea() {

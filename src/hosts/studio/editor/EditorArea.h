@@ -58,6 +58,7 @@ public:
     std::function<void(QMenu&)> OnContextMenu;
 
 protected:
+    void tabInserted(int index) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

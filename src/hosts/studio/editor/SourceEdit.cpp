@@ -16,6 +16,10 @@ constexpr int NumberMargin = 0;
 constexpr int FoldMargin = 2;
 constexpr int FoldMarginWidth = 14;
 constexpr int TabColumns = 4;
+constexpr int LineSpacing = 1;
+
+constexpr int FoldMarks[] = {QsciScintilla::SC_MARKNUM_FOLDEROPEN, QsciScintilla::SC_MARKNUM_FOLDER,
+                             QsciScintilla::SC_MARKNUM_FOLDEROPENMID, QsciScintilla::SC_MARKNUM_FOLDEREND};
 
 QColor Mix(const QColor& a, const QColor& b, double shareOfB) {
     const auto mix = [shareOfB](int x, int y) { return static_cast<int>(x + (y - x) * shareOfB); };
@@ -46,6 +50,9 @@ void TSourceEdit::SetUp() {
     setIndentationGuides(true);
     setBraceMatching(QsciScintilla::SloppyBraceMatch);
     setCaretLineVisible(true);
+    setMarginLineNumbers(NumberMargin, true);
+    setExtraAscent(LineSpacing);
+    setExtraDescent(LineSpacing);
     setScrollWidth(1);
     setScrollWidthTracking(true);
     setAccessibleName(QStringLiteral("Source text"));
@@ -82,6 +89,10 @@ void TSourceEdit::FollowFile(const QString& path) {
     FLanguageName = language.Name;
     setFolding(FLexer ? QsciScintilla::PlainFoldStyle : QsciScintilla::NoFoldStyle, FoldMargin);
     setMarginWidth(FoldMargin, FLexer ? FoldMarginWidth : 0);
+    markerDefine(QsciScintilla::DownTriangle, SC_MARKNUM_FOLDEROPEN);
+    markerDefine(QsciScintilla::RightTriangle, SC_MARKNUM_FOLDER);
+    markerDefine(QsciScintilla::DownTriangle, SC_MARKNUM_FOLDEROPENMID);
+    markerDefine(QsciScintilla::RightTriangle, SC_MARKNUM_FOLDEREND);
     ApplyColors();
 }
 
@@ -151,6 +162,10 @@ void TSourceEdit::ApplyColors() {
     setMarginsBackgroundColor(margin);
     setMarginsForegroundColor(Mix(paper, ink, 0.45));
     setFoldMarginColors(margin, margin);
+    for (const int mark : FoldMarks) {
+        setMarkerForegroundColor(margin, mark);
+        setMarkerBackgroundColor(Mix(paper, ink, 0.45), mark);
+    }
     setCaretForegroundColor(ink);
     setCaretLineBackgroundColor(Mix(paper, ink, 0.05));
     setSelectionBackgroundColor(colors.color(QPalette::Highlight));
