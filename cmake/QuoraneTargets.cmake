@@ -42,11 +42,12 @@ function(quorane_test folder)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE quorane_options ${ARGN} GTest::gmock GTest::gtest)
+    # A list in the property ENVIRONMENT does not survive the discovery before the test.
+    set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "env;${QUORANE_TEST_ENVIRONMENT}")
     gtest_discover_tests(${name}
-        TEST_PREFIX "${folder}."
+        TEST_PREFIX "${folder}." NO_PRETTY_VALUES
         DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 300
-                   ENVIRONMENT "${QUORANE_TEST_ENVIRONMENT}")
+        PROPERTIES TIMEOUT 300)
 endfunction()
 
 set(QUORANE_TEST_ENVIRONMENT
