@@ -30,10 +30,9 @@ TfrmQuoraneLogon::TfrmQuoraneLogon(TWinControl* owner)
     imgQuoraneLogon->SetAnchors(true, true, true, true);
     imgQuoraneLogon->SetBackground("logon");
     auto* pnlEntries = new TPanel(this, "pnlEntries");
-    pnlEntries->SetAlign(TAlign::Bottom);
+    pnlEntries->SetAlign(TAlign::Client);
+    pnlEntries->SetMinimumSize(DialogWidth, 0);
     BuildEntries(*pnlEntries);
-    SetWidth(DialogWidth);
-    SetHeight(BannerHeight + pnlEntries->Height());
     SetActiveControl(*edtHost);
     FormCreate();
 }
@@ -42,7 +41,7 @@ TfrmQuoraneLogon::~TfrmQuoraneLogon() = default;
 
 void TfrmQuoraneLogon::BuildEntries(TPanel& entries) {
     TGridLayout& grid = entries.UseGridLayout();
-    grid.SetMargins(EntryMargin, EntryMargin, EntryMargin, EntryMargin);
+    grid.SetMargins(EntryMargin, BannerHeight + EntryMargin, EntryMargin, EntryMargin);
     grid.SetSpacing(Spacing, Spacing);
     grid.SetColumnStretch(1, 1);
     int row = 0;
