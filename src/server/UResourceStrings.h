@@ -9,7 +9,6 @@ inline constexpr char SLogonUser[] = "&User:";
 inline constexpr char SLogonPassword[] = "&Password:";
 inline constexpr char SLogonOk[] = "Logon";
 inline constexpr char SLogonCancel[] = "Cancel";
-inline constexpr char SProductName[] = "Quorane Requirements";
 
 // Session
 inline constexpr char SSDKVersion[] = "Quorane SDK Version: ";
@@ -23,6 +22,7 @@ inline constexpr char SNotLoggedOn[] = "Not logged on to a Quorane server";
 inline constexpr char SCannotWriteFile[] = "Cannot write the file ";
 
 // Add-in
+inline constexpr char SProductName[] = "Quorane Requirements";
 inline constexpr char SSDKNotInstalled[] =
     "Quorane SDK 2005 Release 2 is not installed on your system. Please "
     "install Quorane SDK 2005 Release 2 and try again.";

@@ -3,9 +3,10 @@
 
 Usage: check_includes.py SOURCE_ROOT
 
-Two rules: a folder includes only the folders that ALLOWED names for it, and the
-headers of a foreign library stay in the folders that own them. Prints each wrong
-include as file:line and ends with status 1 if there is one.
+Three rules: a folder includes only the folders that ALLOWED names for it, the headers
+of a foreign library stay in the folders that own them, and the logic names no type of
+the widget library, which the component layer's headers would let it reach. Prints each
+wrong line as file:line and ends with status 1 if there is one.
 """
 
 import re
@@ -53,6 +54,10 @@ FOREIGN = {
     "SQL": (re.compile(r"(.*/)?(sqlite3(ext)?|libpq-fe)\.h$"), ("backend/store",)),
 }
 
+LOGIC = ("contracts", "server", "frames", "description", "panel", "ide")
+QT_NAME = re.compile(r"\bQ[A-Z]\w*[a-z]\w*|\bQt::|platform/widgets/QtText\.h")
+NO_CODE = re.compile(r'//.*|"(\\.|[^"\\])*"')
+
 INCLUDE = re.compile(r'\s*#\s*include\s*[<"]([^>"]+)[>"]')
 
 
@@ -85,6 +90,26 @@ def foreign_fault(folder, header, own):
     return None
 
 
+def name_fault(folder, line):
+    if not any(is_below(folder, logic) for logic in LOGIC):
+        return None
+    code = line if INCLUDE.match(line) else NO_CODE.sub("", line)
+    found = QT_NAME.search(code)
+    return f"the logic must not use {found[0]}" if found else None
+
+
+def faults_of_line(root, path, folder, line):
+    if not (match := INCLUDE.match(line)):
+        return [name_fault(folder, line)]
+    header = match[1]
+    # A header beside the file, named without its folder, is the folder's own.
+    own = (path.parent / header).is_file() or (root / header).is_file()
+    faults = [arrow_fault(folder, header), foreign_fault(folder, header, own)]
+    if "QtText" in header:
+        faults.append(name_fault(folder, line))
+    return faults
+
+
 def faults_of_file(root, path):
     name = path.relative_to(root).as_posix()
     folder = folder_of(name)
@@ -92,12 +117,7 @@ def faults_of_file(root, path):
         return [f"{name}:1: its folder has no place among the arrows"]
     faults = []
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
-        if not (match := INCLUDE.match(line)):
-            continue
-        header = match[1]
-        # A header beside the file, named without its folder, is the folder's own.
-        own = (path.parent / header).is_file() or (root / header).is_file()
-        for fault in (arrow_fault(folder, header), foreign_fault(folder, header, own)):
+        for fault in faults_of_line(root, path, folder, line):
             if fault:
                 faults.append(f"{name}:{number}: {fault}")
     return faults

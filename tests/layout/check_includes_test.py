@@ -45,12 +45,25 @@ RIGHT = [
 ]
 
 
+NAMED = [
+    ("panel/A.cpp", "    QString text;", True),
+    ("frames/A.h", "void Place(Qt::Alignment alignment);", True),
+    ("server/A.cpp", '#include "platform/widgets/QtText.h"', True),
+    ("panel/A.cpp", "    TQuoraneSession session; // unlike a QString", False),
+    ("panel/A.cpp", '    Show("QString");', False),
+    ("platform/widgets/A.cpp", "    QString text;", False),
+]
+
+
 class CheckIncludesTest(unittest.TestCase):
     def faults(self, name, include):
+        return self.faults_of(name, f"#include <vector>\n  #  include {include}\n")
+
+    def faults_of(self, name, text):
         with tempfile.TemporaryDirectory() as folder:
             path = Path(folder) / name
             path.parent.mkdir(parents=True)
-            path.write_text(f"#include <vector>\n  #  include {include}\n", encoding="utf-8")
+            path.write_text(text, encoding="utf-8")
             return check_includes.check(Path(folder))
 
     def test_finds_each_include_against_the_arrows(self):
@@ -64,6 +77,11 @@ class CheckIncludesTest(unittest.TestCase):
         for name, include in RIGHT:
             with self.subTest(name=name, include=include):
                 self.assertEqual(self.faults(name, include), [])
+
+    def test_finds_names_of_the_widget_library_in_the_logic(self):
+        for name, line, wrong in NAMED:
+            with self.subTest(line=line):
+                self.assertEqual(len(self.faults_of(name, line + "\n")), 1 if wrong else 0)
 
     def test_takes_a_header_beside_the_file_for_the_folders_own(self):
         with tempfile.TemporaryDirectory() as folder:
