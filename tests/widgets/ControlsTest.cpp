@@ -175,6 +175,15 @@ struct TRecord {
     std::string Subject;
 };
 
+TEST_F(Controls, HintsShowWhatTheyAreGiven) {
+    auto& edit = *new TEdit(&Form, "edt");
+    edit.SetHint("R&D");
+    EXPECT_EQ(edit.toolTip(), QStringLiteral("R&D"));
+    edit.SetHint("<b>");
+    EXPECT_EQ(edit.toolTip(), QStringLiteral("<qt>&lt;b&gt;</qt>"));
+    EXPECT_EQ(edit.Hint(), "<b>");
+}
+
 TEST_F(Controls, AVirtualTreeAsksItsHandlersAndReportsAFailureOnce) {
     auto& tree = *new TVirtualTree(&Form, "vst");
     tree.SetAlign(TAlign::Client);

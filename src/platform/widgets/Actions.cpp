@@ -42,9 +42,9 @@ void TAction::ShowTexts() {
     setText(ToQt(FCaption.empty() ? FHint : FCaption));
     setIconText(ToQt(FHint.empty() ? FCaption : FHint).remove(u'&'));
     const QString keys = shortcut().toString(QKeySequence::NativeText);
-    QString tip = ToQt(FHint.empty() ? FCaption : FHint).remove(u'&').toHtmlEscaped();
-    if (!keys.isEmpty()) tip += QStringLiteral(" (%1)").arg(keys);
-    setToolTip(tip);
+    std::string tip = FHint.empty() ? FromQt(ToQt(FCaption).remove(u'&')) : FHint;
+    if (!keys.isEmpty()) tip += " (" + FromQt(keys) + ")";
+    setToolTip(ToToolTip(tip));
 }
 
 void TAction::SetImageIndex(int index) {

@@ -163,11 +163,12 @@ void TControl::SetAnchors(bool left, bool top, bool right, bool bottom) {
 }
 
 std::string TControl::Hint() const {
-    return FromQt(Widget().toolTip());
+    return FHint;
 }
 
 void TControl::SetHint(const std::string& hint) {
-    Widget().setToolTip(ToQt(hint).toHtmlEscaped());
+    FHint = hint;
+    Widget().setToolTip(ToToolTip(hint));
     if (Widget().accessibleName().isEmpty()) Widget().setAccessibleName(ToQt(hint));
 }
 

@@ -153,6 +153,7 @@ private:
     friend class TAlignLayout;
     TAlign FAlign = TAlign::None;
     TColor FColor = clDefault;
+    std::string FHint;
     bool FParentColor = false;
     bool FAnchorLeft = true;
     bool FAnchorTop = true;

@@ -31,11 +31,12 @@ void TMenuItem::SetCaption(const std::string& caption) {
 }
 
 std::string TMenuItem::Hint() const {
-    return FromQt(toolTip());
+    return FHint;
 }
 
 void TMenuItem::SetHint(const std::string& hint) {
-    setToolTip(ToQt(hint).toHtmlEscaped());
+    FHint = hint;
+    setToolTip(ToToolTip(hint));
 }
 
 void TMenuItem::SetEnabled(bool enabled) {

@@ -54,6 +54,7 @@ public:
 private:
     void FollowAction();
     TAction* FAction = nullptr;
+    std::string FHint;
     std::unique_ptr<TPopupMenu> FSubMenu;
     bool FOwnCaption = false;
     bool FEnabled = true;

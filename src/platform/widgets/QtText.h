@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <QString>
+#include <QTextDocument>
 
 inline QString ToQt(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -13,6 +14,12 @@ inline QString ToQt(std::string_view text) {
 
 inline QString ToQt(std::u16string_view text) {
     return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// A tooltip of exactly this text, even where it looks like markup.
+inline QString ToToolTip(std::string_view text) {
+    const QString plain = ToQt(text);
+    return Qt::mightBeRichText(plain) ? QStringLiteral("<qt>%1</qt>").arg(plain.toHtmlEscaped()) : plain;
 }
 
 inline std::string FromQt(const QString& text) {
