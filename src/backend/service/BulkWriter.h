@@ -37,7 +37,7 @@ struct NewProject {
     std::string Name;
     std::string Description;
     std::string BaselineName = "Current";
-    std::vector<ObjectId> Groups; // whose members can be made responsible
+    std::vector<ObjectId> Groups = {}; // whose members can be made responsible
 };
 
 // Attributes' ids are given by the writer; those in the argument are not looked at.
