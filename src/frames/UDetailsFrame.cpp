@@ -15,6 +15,7 @@ namespace {
 
 constexpr int ColumnWidth = 160;
 constexpr int ColumnGap = 8;
+constexpr int RowGap = 4;
 
 } // namespace
 
@@ -60,14 +61,15 @@ void TfraDetails::PlaceWidgets() {
     for (const TCell& cell : cells) {
         auto* label = new TLabel(this, cell.LabelName, cell.Caption);
         label->SetFocusControl(*cell.Control);
-        grid.Place(*label, 2 * cell.Row, cell.Column);
-        grid.Place(*cell.Control, 2 * cell.Row + 1, cell.Column);
+        grid.Place(*label, 3 * cell.Row, cell.Column);
+        grid.Place(*cell.Control, 3 * cell.Row + 1, cell.Column);
         grid.SetColumnMinimumWidth(cell.Column, ColumnWidth);
         tabOrder.push_back(cell.Control);
     }
+    grid.SetRowMinimumHeight(2, RowGap);
     // What is left goes behind the last column and under the last row.
     grid.SetColumnStretch(3, 1);
-    grid.SetRowStretch(4, 1);
+    grid.SetRowStretch(5, 1);
     SetTabOrder(tabOrder);
 }
 

@@ -52,5 +52,5 @@ void TRequirementContext::ResizeEqually(TControl& first, TControl& second, int g
     const int parentHeight = first.Parent()->ClientHeight();
     first.SetHeight(parentHeight / 2 - first.Top() - gap / 2);
     second.SetHeight(first.Height());
-    second.SetTop(parentHeight - first.Height() - second.Height());
+    second.SetTop(parentHeight - first.Top() - second.Height());
 }

@@ -130,7 +130,8 @@ TEST_F(HistoryFrame, BothListsShareTheHeight) {
     TActor::Settle();
     EXPECT_EQ(Frame.lstHistory->Height(), 155 - Frame.lstHistory->Top() - 5);
     EXPECT_EQ(Frame.lstChanges->Height(), Frame.lstHistory->Height());
-    EXPECT_EQ(Frame.lstChanges->Top(), 311 - 2 * Frame.lstHistory->Height());
+    EXPECT_EQ(Frame.lstChanges->Top(), 311 - Frame.lstHistory->Top() - Frame.lstChanges->Height());
+    EXPECT_GE(Frame.lstChanges->Top() - Frame.lstHistory->Height() - Frame.lstHistory->Top(), 10);
 }
 
 } // namespace

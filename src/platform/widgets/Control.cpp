@@ -470,6 +470,10 @@ void TGridLayout::SetColumnStretch(int column, int stretch) {
     FLayout.setColumnStretch(column, stretch);
 }
 
+void TGridLayout::SetRowMinimumHeight(int row, int height) {
+    FLayout.setRowMinimumHeight(row, height);
+}
+
 void TGridLayout::SetColumnMinimumWidth(int column, int width) {
     FLayout.setColumnMinimumWidth(column, width);
 }

@@ -257,6 +257,7 @@ public:
     void SetRowStretch(int row, int stretch);
     void SetColumnStretch(int column, int stretch);
     void SetColumnMinimumWidth(int column, int width);
+    void SetRowMinimumHeight(int row, int height);
     void SetSpacing(int horizontal, int vertical);
     void SetMargins(int left, int top, int right, int bottom);
 

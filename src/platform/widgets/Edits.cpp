@@ -60,10 +60,16 @@ std::string TEdit::Text() const {
     return FromQt(text());
 }
 void TEdit::SetText(const std::string& text) {
-    setText(ToQt(text));
+    Fill(ToQt(text));
 }
 void TEdit::SetText(const std::u16string& text) {
-    setText(ToQt(text));
+    Fill(ToQt(text));
+}
+void TEdit::Fill(const QString& newText) {
+    if (newText == text()) return;
+    setText(newText);
+    // A long text shows its beginning.
+    setCursorPosition(0);
 }
 
 void TEdit::SetPassword(bool password) {

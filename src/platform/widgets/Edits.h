@@ -68,6 +68,9 @@ public:
     void SetMaxLength(int length);
     void SelectAll() { selectAll(); }
     void SetPlaceholder(const std::string& text);
+
+private:
+    void Fill(const QString& newText);
 };
 
 // An edit whose mask says which characters stand where; no mask lets everything in.
