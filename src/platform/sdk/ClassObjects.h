@@ -1,7 +1,7 @@
 // The way into the SDK: the classes that a client can start, by class identifier.
 #pragma once
 
-#include "platform/sdk/Connection.h"
+#include "platform/sdk/Channels.h"
 #include "server/Quorane_TLB.h"
 #include "server/tlb/ClassObjects.h"
 

@@ -21,15 +21,20 @@ bool IsRefusal(const std::string& message) {
     return name.ends_with("Exception");
 }
 
-bool IsBroken(const grpc::Status& status) {
-    return status.error_code() == grpc::StatusCode::UNAVAILABLE && !IsRefusal(status.error_message());
+bool IsUnavailable(const grpc::Status& status) {
+    return status.error_code() == grpc::StatusCode::UNAVAILABLE;
+}
+
+// The server itself says that it is going away, so it has not begun with the request.
+bool IsTurnedAway(const grpc::Status& status) {
+    return IsUnavailable(status) && IsRefusal(status.error_message());
 }
 
 [[noreturn]] void RaiseStatus(std::string_view request, const grpc::Status& status) {
     const std::string& message = status.error_message();
     const grpc::StatusCode code = status.error_code();
     if (code == grpc::StatusCode::UNAUTHENTICATED) RaiseLostConnection(message);
-    if (IsRefusal(message)) RaiseFailure(message);
+    if (IsRefusal(message)) RaiseFailure(message, IsUnavailable(status) ? CodeServerUnavailable : CodeFailed);
     if (code == grpc::StatusCode::UNAVAILABLE || code == grpc::StatusCode::DEADLINE_EXCEEDED ||
         code == grpc::StatusCode::CANCELLED)
         RaiseLostConnection("The request " + std::string(request) + " got no answer: " + message);
@@ -87,11 +92,10 @@ void TConnection::StopRenewal() {
 }
 
 void TConnection::Run(std::string_view name, bool repeatable, const TAttempt& attempt) {
-    // A request on a channel that is known to be broken never leaves, so even one
-    // that must not be repeated may go to a new channel instead.
-    if (Broken() && !Connect()) RaiseLostConnection("The host \"" + FHost + "\" cannot be reached.");
+    if (!Stub() && !Connect()) RaiseLostConnection("The host \"" + FHost + "\" cannot be reached.");
     grpc::Status status = RunOnce(name, attempt);
-    if (repeatable && IsBroken(status) && Connect()) status = RunOnce(name, attempt);
+    const bool mayRepeat = IsTurnedAway(status) || (repeatable && IsUnavailable(status));
+    if (mayRepeat && Connect()) status = RunOnce(name, attempt);
     if (!status.ok()) RaiseStatus(name, status);
 }
 
@@ -109,12 +113,6 @@ bool TConnection::Connect() {
     const std::lock_guard guard(FMutex);
     FStub = std::move(stub);
     return FStub != nullptr;
-}
-
-bool TConnection::Broken() const {
-    if (!FChannel) return true;
-    const grpc_connectivity_state state = FChannel->GetState(false);
-    return state == GRPC_CHANNEL_SHUTDOWN || state == GRPC_CHANNEL_TRANSIENT_FAILURE;
 }
 
 void TConnection::Prepare(grpc::ClientContext& context, std::chrono::milliseconds limit) {

@@ -2,6 +2,7 @@
 // limit on every call, and the one place where a failed call becomes an exception.
 #pragma once
 
+#include "platform/sdk/Channels.h"
 #include "platform/sdk/SdkCalls.h"
 #include "quorane.grpc.pb.h"
 
@@ -20,12 +21,6 @@
 namespace Sdk {
 
 namespace wire = ::quorane::wire;
-
-// Gives a channel to the server of that name, a new one when the one given before
-// has broken; empty when no such server can be reached. May raise Exception, whose
-// message then is the failure that the user sees. Called on the thread that uses
-// the SDK.
-using TChannelFactory = std::function<std::shared_ptr<grpc::Channel>(const std::string& host)>;
 
 class TConnection {
 public:
@@ -54,7 +49,8 @@ public:
         return Unary(name, method, request, true);
     }
 
-    // A request that must not reach the server twice.
+    // A request that must not reach the server twice: sent once more only when the
+    // server has turned it away unread.
     template<class Request, class Reply>
     Reply Tell(std::string_view name, TUnary<Request, Reply> method, const Request& request) {
         return Unary(name, method, request, false);
@@ -99,7 +95,6 @@ private:
     grpc::Status RunOnce(std::string_view name, const TAttempt& attempt);
     // Makes the channel anew; gives false when the server cannot be reached.
     bool Connect();
-    bool Broken() const;
     void Prepare(grpc::ClientContext& context, std::chrono::milliseconds limit);
     std::shared_ptr<TStub> Stub();
 

@@ -1,6 +1,7 @@
 #include "platform/sdk/ImageCache.h"
 
 #include "contracts/Exceptions.h"
+#include "platform/sdk/Connection.h"
 #include "platform/sdk/Failures.h"
 #include "platform/sdk/HtmlText.h"
 

@@ -2,13 +2,13 @@
 // by the hash of its bytes; a shown one by the file in this cache.
 #pragma once
 
-#include "platform/sdk/Connection.h"
-
 #include <filesystem>
 #include <string>
 #include <string_view>
 
 namespace Sdk {
+
+class TConnection;
 
 class TImageCache {
 public:

@@ -1,7 +1,9 @@
 #include "platform/sdk/Session.h"
 
 #include "contracts/Exceptions.h"
+#include "platform/sdk/Connection.h"
 #include "platform/sdk/Failures.h"
+#include "platform/sdk/LeaseKeeper.h"
 
 #include <algorithm>
 
@@ -26,6 +28,8 @@ TSession::TSession(std::shared_ptr<TConnection> connection, const wire::LoginRep
     , FServerVersion(reply.server_version())
     , FLeases(std::make_unique<TLeaseKeeper>(FConnection, std::chrono::seconds(reply.lease_seconds()),
                                              std::chrono::seconds(reply.session_seconds()))) {}
+
+TSession::~TSession() = default;
 
 void TSession::LogOut() {
     if (FLoggedOut) return;

@@ -4,9 +4,7 @@
 #pragma once
 
 #include "platform/sdk/Cache.h"
-#include "platform/sdk/Connection.h"
 #include "platform/sdk/ImageCache.h"
-#include "platform/sdk/LeaseKeeper.h"
 #include "platform/sdk/TreeData.h"
 
 #include <map>
@@ -15,6 +13,9 @@
 #include <utility>
 
 namespace Sdk {
+
+class TConnection;
+class TLeaseKeeper;
 
 // What a manager's cache holds.
 enum class ECache { Requirements, Discussions, Projects, RequirementTypes, Glossaries, Directory, None };
@@ -26,6 +27,8 @@ public:
     // Logs on. The server's refusal carries its class name.
     static std::shared_ptr<TSession> LogOn(std::shared_ptr<TConnection> connection, const std::string& user,
                                            const std::string& password);
+
+    ~TSession();
 
     // The session is over for this object also when the server cannot be told.
     void LogOut();
@@ -104,6 +107,7 @@ private:
     std::int64_t KnownDirectory() const { return FDirectory ? FDirectory->Data().revision() : 0; }
     std::shared_ptr<TRequirementState> ReadRequirement(wire::GetRequirementRequest& request,
                                                        const TRequirementState* known);
+    wire::SaveRequirementReply SendSave(const wire::SaveRequirementRequest& request);
     [[noreturn]] void RaiseChangedMeanwhile(std::int32_t id);
 
     const std::shared_ptr<TConnection> FConnection;

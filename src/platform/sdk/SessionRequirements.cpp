@@ -1,6 +1,8 @@
 // The part of the session that reads, locks and writes requirements.
 #include "contracts/Exceptions.h"
+#include "platform/sdk/Connection.h"
 #include "platform/sdk/Failures.h"
+#include "platform/sdk/LeaseKeeper.h"
 #include "platform/sdk/Session.h"
 
 namespace Sdk {
@@ -51,9 +53,29 @@ void TSession::Save(TRequirementState& requirement, const std::string& comment) 
     request.set_id(id);
     request.set_stamp(requirement.Stamp);
     request.set_comment(comment);
-    requirement.TakeSaved(request, Connection().Tell("SaveRequirement", &TStub::SaveRequirement, request));
+    requirement.TakeSaved(request, SendSave(request));
     requirement.IsNew = false;
     if (lockedForThis) Unlock(id);
+}
+
+wire::SaveRequirementReply TSession::SendSave(const wire::SaveRequirementRequest& request) {
+    try {
+        return Connection().Tell("SaveRequirement", &TStub::SaveRequirement, request);
+    } catch (const EOleSysError& failure) {
+        if (failure.ErrorCode() != CodeServerUnavailable) throw;
+    }
+    // The connection broke on the way there or on the way back. As nobody else can
+    // save under this session's lock, a new stamp means that the save was done.
+    wire::GetRequirementRequest question;
+    question.set_latest_id(request.id());
+    question.set_known_stamp(request.stamp());
+    const auto now = Connection().Ask("GetRequirement", &TStub::GetRequirement, question);
+    if (!now.has_requirement() || !now.lock().by_this_session())
+        return Connection().Tell("SaveRequirement", &TStub::SaveRequirement, request);
+    wire::SaveRequirementReply reply;
+    *reply.mutable_version() = now.requirement().version();
+    reply.set_stamp(now.stamp());
+    return reply;
 }
 
 void TSession::RemoveRequirement(std::int32_t id) {

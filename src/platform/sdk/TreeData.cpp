@@ -1,5 +1,6 @@
 #include "platform/sdk/TreeData.h"
 
+#include "platform/sdk/Connection.h"
 #include "platform/sdk/Failures.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 // as long as the tree lives, so what is read anew shows in every handle on it.
 #pragma once
 
-#include "platform/sdk/Connection.h"
+#include "quorane.pb.h"
 
 #include <cstdint>
 #include <deque>
@@ -13,6 +13,10 @@
 #include <vector>
 
 namespace Sdk {
+
+namespace wire = ::quorane::wire;
+
+class TConnection;
 
 class TTreeData {
 public:

@@ -2,6 +2,7 @@
 // classes themselves are nobody's business but their own source's.
 #pragma once
 
+#include "platform/sdk/Channels.h"
 #include "platform/sdk/objects/Objects.h"
 
 #include <span>

@@ -191,12 +191,13 @@ public:
 
     WordBool Get_LockedByCurrentUser() override {
         const TCall call("ILockableQuoraneObject.Get_LockedByCurrentUser");
-        return ToWordBool(this->FSession->HoldsLock(this->Number()));
+        return ToWordBool(IsLocked());
     }
 
 protected:
     virtual void Lock() { this->RaiseNotOffered("be locked"); }
     virtual void Unlock() { this->RaiseNotOffered("be locked"); }
+    virtual bool IsLocked() { return this->FSession->HoldsLock(this->Number()); }
 };
 
 } // namespace Sdk

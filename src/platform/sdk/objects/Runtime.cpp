@@ -2,6 +2,7 @@
 #include "platform/sdk/objects/Make.h"
 
 #include <google/protobuf/stubs/common.h>
+#include <grpcpp/grpcpp.h>
 
 namespace Sdk {
 

@@ -1,4 +1,5 @@
 // The server and the session on it.
+#include "platform/sdk/Connection.h"
 #include "platform/sdk/objects/Make.h"
 
 namespace Sdk {

@@ -111,8 +111,10 @@ protected:
     std::string ReadName() override { return EndName(FTrace.from()) + " - " + EndName(FTrace.to()); }
     void Remove() override { FSession->RemoveTrace(Number()); }
     void Save() override { FSession->SaveTrace(FTrace); }
-    void Lock() override { FSession->Lock(Number()); }
-    void Unlock() override { FSession->Unlock(Number()); }
+    // The one thing to change is written in one step, so the server has no lock for it.
+    void Lock() override { FLocked = true; }
+    void Unlock() override { FLocked = false; }
+    bool IsLocked() override { return FLocked; }
 
 private:
     static const std::string& EndName(const wire::TraceEnd& end) {
@@ -125,6 +127,7 @@ private:
     }
 
     wire::Trace FTrace;
+    bool FLocked = false;
 };
 
 class TTraceManager final : public TManager<ITraceManager> {
