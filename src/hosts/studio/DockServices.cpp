@@ -90,9 +90,8 @@ public:
         Show();
     }
     void Show() override {
-        if (!FDock) return;
-        FDock->show();
-        FDock->raise();
+        if (!FDock || !FWindow) return;
+        FWindow->ShowDock(*FDock);
         FDock->Tell();
     }
     void Hide() override {

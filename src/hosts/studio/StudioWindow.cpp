@@ -25,6 +25,7 @@ constexpr int LayoutVersion = 1;
 constexpr int MostRecentFiles = 10;
 constexpr QSize FirstSize(1280, 800);
 constexpr int FirstFilesWidth = 230;
+constexpr int FirstDockWidth = 340;
 
 QByteArray Decode(const std::string& base64) {
     return QByteArray::fromBase64(QByteArray::fromStdString(base64));
@@ -92,7 +93,16 @@ void TStudioWindow::ShowNote(const QString& note) {
 
 void TStudioWindow::AddDock(QDockWidget& dock) {
     // The other order would drop the place that the restored layout keeps for it.
-    if (!restoreDockWidget(&dock)) addDockWidget(Qt::RightDockWidgetArea, &dock);
+    if (restoreDockWidget(&dock)) return;
+    addDockWidget(Qt::RightDockWidgetArea, &dock);
+    FNewDocks.push_back(&dock);
+}
+
+void TStudioWindow::ShowDock(QDockWidget& dock) {
+    dock.show();
+    dock.raise();
+    // Without a size of its own a dock would take what its content asks for at most.
+    if (std::erase(FNewDocks, &dock) > 0) resizeDocks({&dock}, {FirstDockWidth}, Qt::Horizontal);
 }
 
 void TStudioWindow::RestoreLayout() {

@@ -26,6 +26,8 @@ public:
 
     // Where the restored layout has it, otherwise on the right.
     void AddDock(QDockWidget& dock);
+    // Up and in front.
+    void ShowDock(QDockWidget& dock);
     // Puts size, place and layout, of all docks that there are now, into the store
     // and the store on disk. Raises Exception when that fails.
     void SaveLayout(IDesktopStore& store);
@@ -77,6 +79,8 @@ private:
     QLabel* FLanguage = nullptr;
     // Enabled while a source editor is in front.
     std::vector<QAction*> FEditorActions;
+    // Docks that no layout has placed, until they show for the first time.
+    std::vector<QPointer<QDockWidget>> FNewDocks;
     QStringList FRecent;
     bool FWrapLines = false;
 };
