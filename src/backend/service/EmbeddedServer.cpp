@@ -95,7 +95,10 @@ void EmbeddedServer::Stop() {
     if (!FState->Current) return;
     State::Running& running = *FState->Current;
     running.Calls.Close();
-    if (running.PortServer) running.PortServer->Shutdown(std::chrono::system_clock::now());
+    if (running.PortServer) {
+        running.PortServer->Shutdown(std::chrono::system_clock::now());
+        running.PortServer.reset();
+    }
     running.Pool.Close();
     FState->Current.reset();
 }

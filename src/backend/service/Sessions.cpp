@@ -14,6 +14,7 @@ constexpr int FreeAttempts = 3;
 constexpr int LongestWaitSeconds = 60;
 constexpr std::size_t MaxNames = 10'000;
 constexpr std::size_t MinPasswordLength = 8;
+constexpr std::size_t MaxPasswordLength = 1000;
 
 Refusal InvalidLogin(const std::string& sentence) {
     return Refusal(Refusal::Reason::NotLoggedOn, "InvalidLoginException", sentence);
@@ -60,7 +61,7 @@ AccountTable::Credentials Sessions::CheckPassword(const std::string& userName, c
     if (IsPlainUtf8(userName)) found = FPool.Read()->Accounts.Find(userName);
     bool right = false;
     // The hash is computed outside of any transaction.
-    if (found)
+    if (found && password.size() <= MaxPasswordLength)
         right = FPasswords.Matches(found->PasswordHash, password);
     else
         FPasswords.MatchNothing(password);
@@ -92,7 +93,8 @@ Sessions::Logon Sessions::Login(const std::string& userName, const std::string& 
 void Sessions::ChangePassword(const std::string& userName, const std::string& oldPassword,
                               const std::string& newPassword) {
     const AccountTable::Credentials credentials = CheckPassword(userName, oldPassword);
-    if (!IsPlainUtf8(newPassword) || newPassword.size() < MinPasswordLength || newPassword.size() > 1000)
+    if (!IsPlainUtf8(newPassword) || newPassword.size() < MinPasswordLength ||
+        newPassword.size() > MaxPasswordLength)
         throw RuleViolation("A password has at least " + std::to_string(MinPasswordLength) + " characters.");
     if (newPassword == oldPassword) throw RuleViolation("The new password is the old one.");
     const std::string hash = FPasswords.Hash(newPassword);

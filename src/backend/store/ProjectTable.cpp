@@ -63,8 +63,8 @@ std::vector<Project> ProjectTable::ReadAll() {
 
 void ProjectTable::ReadBaselines(std::map<ObjectId, Project*>& projects) {
     std::map<ObjectId, std::vector<ObjectId>> types;
-    Rows nodes = FDatabase.Query("select n.baseline_id, n.node_id from baseline b join tree_node n "
-                                 "on n.baseline_id = b.id and n.parent_id = b.id order by n.order_key");
+    Rows nodes = FDatabase.Query("select baseline_id, node_id from tree_node where version_id is null "
+                                 "order by baseline_id, order_key");
     while (nodes.Next())
         types[nodes.Int(0)].push_back(nodes.Int(1));
     Rows rows = FDatabase.Query("select id, project_id, name, description, type, created "

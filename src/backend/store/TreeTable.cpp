@@ -6,9 +6,9 @@ namespace Backend {
 
 namespace {
 
-// Twenty insertions at the same place halve a gap to nothing; then the siblings are
-// spread anew.
-constexpr std::int64_t OrderGap = std::int64_t{1} << 20;
+// Some forty insertions at the same place halve a gap to nothing; then the siblings
+// are spread anew. There is room for a hundred million of them.
+constexpr std::int64_t OrderGap = std::int64_t{1} << 36;
 
 TreePlace ToPlace(ObjectId baselineId, const Rows& rows) {
     return {baselineId, rows.Int(0), rows.Int64(1), rows.Int(2), rows.Int(3), rows.Int64(4), rows.Int(5)};

@@ -233,7 +233,7 @@ create table tree_node (
     check ((version_id is null) = (parent_id = baseline_id))
 ) without rowid;
 create unique index tree_node_id on tree_node (baseline_id, node_id);
-create index tree_node_version on tree_node (version_id) where version_id is not null;
+create index tree_node_type on tree_node (baseline_id, order_key) where version_id is null;
 
 -- Discussions. Counts are stored, so that unread marks of a long branch cost no
 -- scan of the messages.
