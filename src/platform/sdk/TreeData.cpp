@@ -16,8 +16,14 @@ TTreeData::TTreeData(std::int32_t baselineId)
 }
 
 const std::vector<int>& TTreeData::Children(TConnection& connection, int node) {
-    if (FNodes[node].LoadedIn != FGeneration) Load(connection, node);
-    return FNodes[node].Children;
+    TNode& wanted = FNodes[node];
+    if (wanted.LoadedIn == FGeneration) return wanted.Children;
+    const bool isLeaf = wanted.SeenIn == FGeneration && wanted.Data.child_count() == 0 && node != Root;
+    if (isLeaf)
+        SetChildren(node, {});
+    else
+        Load(connection, node);
+    return wanted.Children;
 }
 
 int TTreeData::Find(TConnection& connection, int under, std::int32_t id) {
@@ -106,6 +112,7 @@ int TTreeData::Put(wire::Node&& data, int parent) {
     TNode& node = FNodes[entry->second];
     node.Data = std::move(data);
     node.Parent = parent;
+    node.SeenIn = FGeneration;
     if (entry->second == Root && !node.Data.name().empty()) FRootIsKnown = true;
     return entry->second;
 }

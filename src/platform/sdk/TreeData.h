@@ -33,7 +33,8 @@ public:
     // What the root is called and how many children it has comes with them.
     bool RootIsKnown() const { return FRootIsKnown; }
 
-    // Each reads from the server what is not here yet: one round trip, or none.
+    // Each reads from the server what is not here yet: one round trip, or none. A node
+    // that was read as one without children has none until Forget.
     const std::vector<int>& Children(TConnection& connection, int node);
     // Asks the server; None when the subtree of `under` has no such object.
     int Find(TConnection& connection, int under, std::int32_t id);
@@ -54,6 +55,7 @@ private:
     struct TNode {
         wire::Node Data;
         int Parent = None;
+        int SeenIn = 0; // generations, see below
         int LoadedIn = 0;
         std::vector<int> Children;
     };
@@ -69,7 +71,7 @@ private:
     std::deque<TNode> FNodes;
     std::unordered_map<std::int32_t, int> FPlaces;
     bool FRootIsKnown = false;
-    // Children that were read in an earlier generation count as not read.
+    // What was read in an earlier generation counts as not read.
     int FGeneration = 1;
     std::vector<std::function<void(TConnection&)>> FUnsaved;
 };
