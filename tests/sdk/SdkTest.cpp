@@ -80,10 +80,16 @@ void AddRequirements(BulkWriter& writer, TSample& sample) {
     sample.Stop = add(sample.Software, 0, "Stop");
     sample.Warm = add(0, sample.Start, "Warm");
     sample.Cold = add(0, sample.Start, "Cold");
-    sample.Deep = add(0, sample.Cold, "Deep");
+    NewRequirement deep = Requirement(sample, 0, sample.Cold, "Deep");
+    const std::string image = writer.AddImage("image/png", "picture");
+    deep.Description = "<p><img src_original=\"" + image + "\" src=\"" + image + "\" /></p>";
+    sample.Deep = writer.AddRequirement(deep, revision);
     sample.Evening = add(sample.Usage, 0, "Evening");
     sample.FrozenBaseline = writer.FreezeBaseline(sample.Project, "Release 1", "", revision.Date);
     writer.DeleteBaseline(writer.FreezeBaseline(sample.Project, "Dropped", "", revision.Date));
+    writer.AddGlossary(
+        sample.Project,
+        {.Id = 0, .Name = "Terms", .Red = 1, .Green = 2, .Blue = 3, .Terms = {{0, "burner", "A burner"}}});
     RequirementChange change;
     change.Name = "Start quickly";
     writer.AddRevision(sample.Start, change, revision);

@@ -79,6 +79,19 @@ TEST_F(TTree, AReadBranchIsReadAgainOnlyAfterTheCacheIsCleared) {
     EXPECT_EQ(software->Get_ChildCount(), 3);
 }
 
+TEST_F(TTree, AWalkOverTheWholeTreeAsksOncePerNodeThatHasChildren) {
+    FCalls.Clear();
+    const std::function<int(const Handle<ITreeNode>&)> count = [&](const Handle<ITreeNode>& node) {
+        const auto children = node->Get_Children();
+        int nodes = 1;
+        for (int i = 0; i < children->Get_Count(); ++i)
+            nodes += count(Item<ITreeNode>(children, i));
+        return nodes;
+    };
+    EXPECT_EQ(count(FRoot), 9);
+    EXPECT_EQ(FCalls.RoundTrips(), 5);
+}
+
 TEST_F(TTree, PositionsFollowTheServersOrder) {
     const auto software = FRoot->findByIDNumber(FSample.Software);
     EXPECT_EQ(software->indexOf(software->getChild(1)), 1);
