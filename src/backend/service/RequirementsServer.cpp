@@ -73,11 +73,13 @@ grpc::Status RequirementsServer::Answer(const std::function<void()>& work) {
 
 grpc::Status RequirementsServer::Read(const Context& context, const Work& work) {
     return Answer([&] {
+        Caller caller;
         {
             ConnectionPool::Lease connection = FPool.Read();
-            work(*connection, FSessions.Authenticate(*connection, TokenOf(context)));
+            caller = FSessions.Authenticate(*connection, TokenOf(context));
+            work(*connection, caller);
         }
-        FSessions.Extend(TokenOf(context));
+        FSessions.Extend(caller);
     });
 }
 

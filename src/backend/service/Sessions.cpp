@@ -107,20 +107,15 @@ void Sessions::ChangePassword(const std::string& userName, const std::string& ol
 Caller Sessions::Authenticate(Connection& connection, std::string_view token) {
     const auto session = connection.Accounts.FindSession(TokenHash(token));
     if (!session || session->Expires <= Now() || session->Disabled) throw EndedSession();
-    return {session->Id, session->UserId, session->Administrator};
+    return {session->Id, session->UserId, session->Administrator, session->Expires};
 }
 
-void Sessions::Extend(std::string_view token) {
+void Sessions::Extend(const Caller& caller) {
     const Instant now = Now();
     const Instant whole = FSettings.SessionSeconds * Second;
-    const std::string hash = TokenHash(token);
-    {
-        const auto session = FPool.Read()->Accounts.FindSession(hash);
-        if (!session || session->Expires - now > whole - whole / 8) return;
-    }
+    if (caller.Expires - now > whole - whole / 8) return;
     ConnectionPool::Lease connection = FPool.Write();
-    if (const auto session = connection->Accounts.FindSession(hash); session && session->Expires > now)
-        connection->Accounts.ExtendSession(session->Id, now + whole);
+    connection->Accounts.ExtendSession(caller.SessionId, now + whole);
     connection.Commit();
 }
 

@@ -21,6 +21,7 @@ struct Caller {
     std::int64_t SessionId = 0;
     ObjectId UserId = 0;
     bool Administrator = false;
+    Instant Expires = 0;
 };
 
 // Makes each further logon wait after a few failed ones for the same name, whether
@@ -65,7 +66,7 @@ public:
     // Raises Refusal for a token that is unknown or whose session ended.
     Caller Authenticate(Connection& connection, std::string_view token);
     // Keeps the session alive; it writes only when a good part of its time is gone.
-    void Extend(std::string_view token);
+    void Extend(const Caller& caller);
     void Logout(std::string_view token);
 
 private:

@@ -29,6 +29,8 @@ StoreError::Kind KindOf(int code) {
         return StoreError::Kind::Full;
     case SQLITE_CANTOPEN:
         return StoreError::Kind::CannotOpen;
+    case SQLITE_IOERR:
+        return StoreError::Kind::Disk;
     case SQLITE_CONSTRAINT:
         return StoreError::Kind::Constraint;
     default:
@@ -52,6 +54,8 @@ std::string Sentence(StoreError::Kind kind, const std::string& path, const std::
         return "The disk that holds " + path + " is full. Make room on it and try again.";
     case StoreError::Kind::CannotOpen:
         return file + " cannot be opened. See that its folder exists and that your user may write there.";
+    case StoreError::Kind::Disk:
+        return file + " cannot be read or written (" + detail + "). Check the disk that holds it.";
     default:
         return file + " reported an error: " + detail + ".";
     }

@@ -28,6 +28,7 @@ public:
         Locked,
         Full,
         CannotOpen,
+        Disk,
         Constraint,
         Other
     };
