@@ -137,9 +137,9 @@ public:
     virtual THtmlHandle<IHTMLRange> createRange() = 0;
 };
 
-class IHTMLEventObj {
+class IHTMLEventObj : public virtual IHtmlObject {
 public:
-    virtual ~IHTMLEventObj();
+    ~IHTMLEventObj() override;
     // "mouseup", "mousemove", "keydown".
     virtual std::string get_type() = 0;
 };
@@ -182,10 +182,13 @@ public:
     virtual THtmlStatus InitNew() = 0;
 };
 
+using THtmlArgument =
+    std::variant<std::monostate, bool, std::int32_t, std::u16string, THtmlHandle<IHtmlObject>>;
+
 // The arguments of an event: the last one first, and of these the named ones, by
 // their numbers, at the front.
 struct TEventArguments {
-    std::vector<THtmlValue> Values;
+    std::vector<THtmlArgument> Values;
     std::vector<std::int32_t> Named;
 };
 
