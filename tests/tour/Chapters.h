@@ -1,0 +1,10 @@
+// The chapters of the tour, in their order; each leaves the panel connected as the
+// next one wants it.
+#pragma once
+
+class TTour;
+
+// Start, failing and succeeding logon, the lists, logoff, a second start.
+void TourConnect(TTour& tour);
+// Branches, numbers, types, requirements, tabs, baselines, views.
+void TourBrowse(TTour& tour);

@@ -1,0 +1,110 @@
+#include "tour/Tour.h"
+
+#include "backend/exchange/SampleDatabase.h"
+#include "platform/widgets/Edits.h"
+#include "platform/widgets/Lists.h"
+#include "platform/widgets/look/Look.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QPixmap>
+
+#include <cctype>
+#include <cstdio>
+#include <stdexcept>
+#include <utility>
+
+TTour::TTour(std::filesystem::path pictures)
+    : FPictures(std::move(pictures)) {
+    std::filesystem::remove_all(FPictures);
+    std::filesystem::create_directories(FPictures);
+    const std::string data = FFolder.File("data");
+    std::filesystem::create_directories(data);
+    qputenv("QUORANE_DATA_DIR", data.c_str());
+    qputenv("XDG_CONFIG_HOME", FFolder.File("config").c_str());
+    Exchange::BuildSampleDatabase(data + "/quorane.db", QUORANE_SAMPLES_DIR);
+}
+
+TTour::~TTour() = default;
+
+void TTour::StartStudio() {
+    TStudioOptions options = TStudioOptions::Default();
+    options.Desktop = FFolder.File("desktop.ini");
+    FStudio = std::make_unique<TStudio>(options);
+    FStudio->Window().resize(1440, 900);
+    FStudio->Window().show();
+    FUser = std::make_unique<TActor>(FStudio->Window());
+    TActor::Settle();
+}
+
+void TTour::CloseStudio() {
+    FStudio->Window().close();
+    FUser.reset();
+    FStudio.reset();
+    TActor::Settle();
+}
+
+std::filesystem::path TTour::PicturePath(const std::string& title) {
+    char number[8];
+    std::snprintf(number, sizeof number, "%02d-", ++FNumber);
+    std::string name = number;
+    for (const char letter : title)
+        name += std::isalnum(static_cast<unsigned char>(letter)) ? letter : '-';
+    return FPictures / (name + ".png");
+}
+
+void TTour::Picture(const std::string& title, QWidget& window) {
+    TActor::Settle();
+    const auto path = PicturePath(title);
+    Check(window.grab().save(QString::fromStdString(path.string())), "cannot write " + path.string());
+}
+
+void TTour::Step(const std::string& title, const std::function<void()>& step) {
+    ++FSteps;
+    try {
+        step();
+        Check(FDialogs.Errors().empty(),
+              FDialogs.Errors().empty() ? "" : "an error box came up: " + FDialogs.Errors().front());
+        Check(FDialogs.Unexpected().empty(),
+              FDialogs.Unexpected().empty() ? "" : "a box came up: " + FDialogs.Unexpected().front().Text);
+    } catch (const std::exception&) {
+        if (FStudio) Picture("FAILED " + title, FStudio->Window());
+        std::printf("FAILED  %s\n", title.c_str());
+        throw;
+    }
+    if (FStudio) Picture(title, FStudio->Window());
+    std::printf("ok %2d   %s\n", FSteps, title.c_str());
+    std::fflush(stdout);
+}
+
+void TTour::Check(bool condition, const std::string& sentence) {
+    if (!condition) throw std::runtime_error(sentence);
+}
+
+void TTour::ChooseMenu(const std::string& name) {
+    auto* action = FStudio->Window().findChild<QAction*>(QString::fromStdString(name));
+    Check(action != nullptr, "there is no menu entry " + name);
+    Check(action->isEnabled() && action->isVisible(), "the menu entry cannot be chosen: " + name);
+    action->trigger();
+    TActor::Settle();
+}
+
+std::string TTour::Text(const std::string& name) {
+    QWidget& widget = FUser->Find(name);
+    if (auto* edit = dynamic_cast<TEdit*>(&widget)) return edit->Text();
+    if (auto* memo = dynamic_cast<TMemo*>(&widget)) return memo->Text();
+    if (auto* list = dynamic_cast<TComboBox*>(&widget)) return list->Text();
+    throw std::runtime_error("the control shows no text: " + name);
+}
+
+void TTour::AnswerLogon(const std::string& user, const std::string& password, bool picture) {
+    FUser->WhenModal([=, this](TForm& form) {
+        TActor actor(form.Widget());
+        actor.Type("edtHost", "local");
+        actor.Type("edtUser", user);
+        actor.Type("edtPassword", password);
+        if (picture) Picture("logon dialog", form.Widget());
+        actor.Click("btnOk");
+        if (form.ModalResult() == TModalResult::None) actor.Click("btnCancel");
+    });
+}
