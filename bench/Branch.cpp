@@ -135,7 +135,7 @@ TLimits MeasureBranch() {
     if (branch.Count() != ChildCount) throw std::runtime_error("the branch is not whole");
 
     const std::int64_t number =
-        branch.DataAs<TRequirementTreeNodeContainer>()->TreeNode->Get_ID()->Get_IDNumber();
+        branch.DataAs<TRequirementTreeNodeContainer>()->Node->Get_ID()->Get_IDNumber();
     TBareBranch bare(database, number);
     std::vector<TRow> rows;
     const double sql = MedianTime(9, [&] { rows = bare.Read(); });

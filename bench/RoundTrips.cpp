@@ -50,7 +50,7 @@ TLimits MeasureRoundTrips() {
     counts.Count("select another requirement", 1, [&] { type.Item(1)->SetSelected(); });
     auto& tabs = *stage.Panel().pgcRequirement;
     for (int tab = 0; tab < rtFirstCustom; ++tab)
-        counts.Count("change to tab " + tabs.Page(tab)->Caption(), 1, [&] { tabs.SetActivePageIndex(tab); });
+        counts.Count("change to tab " + tabs.Page(tab).Caption(), 1, [&] { tabs.SetActivePageIndex(tab); });
     counts.Count("idle, requirement on show", 0, [] {
         for (int turn = 0; turn < 100; ++turn)
             TActor::Settle();
