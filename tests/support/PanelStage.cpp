@@ -32,11 +32,11 @@ bool TPanelStage::LogOn(const std::string& user) {
 bool TPanelStage::LogOn(const std::string& host, const std::string& user, const std::string& password) {
     User->WhenModal([&](TForm& form) {
         auto& dialog = dynamic_cast<TfrmQuoraneLogon&>(form);
-        dialog.edtHost.SetText(host);
-        dialog.edtUser.SetText(user);
-        dialog.edtPassword.SetText(password);
-        dialog.btnOk.Click();
-        if (dialog.ModalResult() == TModalResult::None) dialog.btnCancel.Click();
+        dialog.edtHost->SetText(host);
+        dialog.edtUser->SetText(user);
+        dialog.edtPassword->SetText(password);
+        dialog.btnOk->Click();
+        if (dialog.ModalResult() == TModalResult::None) dialog.btnCancel->Click();
     });
     TfrmQuoraneMain::ShowForm();
     TActor::Settle();

@@ -22,7 +22,7 @@ TTour::TTour(std::filesystem::path pictures)
     std::filesystem::create_directories(data);
     qputenv("QUORANE_DATA_DIR", data.c_str());
     qputenv("XDG_CONFIG_HOME", FFolder.File("config").c_str());
-    Exchange::BuildSampleDatabase(data + "/quorane.db", QUORANE_SAMPLES_DIR);
+    Exchange::BuildSampleDatabase({data + "/quorane.db", QUORANE_SAMPLES_DIR});
 }
 
 TTour::~TTour() = default;
