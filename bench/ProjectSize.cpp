@@ -57,9 +57,9 @@ TLimits MeasureProjectSize(const std::string& program) {
         times.push_back(last[1].Milliseconds / last[0].Milliseconds);
         memory.push_back(last[1].Megabytes / last[0].Megabytes);
     }
-    const auto pair = [](double large, double small, const char* unit) {
+    const auto pair = [](double bigger, double smaller, const char* unit) {
         char text[64];
-        std::snprintf(text, sizeof text, "%.1f against %.1f %s", large, small, unit);
+        std::snprintf(text, sizeof text, "%.1f against %.1f %s", bigger, smaller, unit);
         return std::string(text);
     };
     return {{"logon, 100,000 against 1,000 requirements", 1.3, Median(times), "x",

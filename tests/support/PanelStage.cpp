@@ -1,6 +1,7 @@
 #include "support/PanelStage.h"
 
 #include "platform/widgets/Containers.h"
+#include "platform/widgets/Edits.h"
 #include "platform/widgets/Lists.h"
 #include "server/UQuoraneLogonForm.h"
 #include "server/UQuoraneSession.h"

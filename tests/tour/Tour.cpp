@@ -22,7 +22,7 @@ TTour::TTour(std::filesystem::path pictures)
     std::filesystem::create_directories(data);
     qputenv("QUORANE_DATA_DIR", data.c_str());
     qputenv("XDG_CONFIG_HOME", FFolder.File("config").c_str());
-    Exchange::BuildSampleDatabase({data + "/quorane.db", QUORANE_SAMPLES_DIR});
+    Exchange::BuildSampleDatabase({data + "/quorane.db", QUORANE_SAMPLES_DIR, {}});
 }
 
 TTour::~TTour() = default;
@@ -45,7 +45,7 @@ void TTour::CloseStudio() {
 }
 
 std::filesystem::path TTour::PicturePath(const std::string& title) {
-    char number[8];
+    char number[16];
     std::snprintf(number, sizeof number, "%02d-", ++FNumber);
     std::string name = number;
     for (const char letter : title)
