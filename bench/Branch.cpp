@@ -113,29 +113,27 @@ TLimits MeasureBranch() {
     TPanelStage stage(database);
     if (!stage.LogOn("local", "admin", "admin")) throw std::runtime_error("the logon was refused");
     TTreeView& tree = *stage.Panel().trvRequirements;
-    TTreeNode& type = *tree.GetFirstNode()->GetFirstChild();
-    type.Expand(false);
-    TTreeNode& branch = *type.GetFirstChild();
     const auto baseline = stage.Helpers().CurrentBaseline;
-
-    // A closed panel and an emptied cache before each opening, so that each one reads.
+    TTreeNode* branch = nullptr;
     const double ours = MedianTime(
         9,
         [&] {
-            branch.Expand(false);
+            branch->Expand(false);
             QApplication::processEvents();
         },
+        // Nothing of the tree is known to the client before each opening.
         [&] {
-            branch.Collapse();
-            branch.DeleteChildren();
-            branch.SetHasChildren(true);
             baseline->Get_RequirementTree()->Get_Manager()->Get_Cache()->clear();
+            stage.Panel().SelectBaseLine(baseline);
+            TTreeNode& type = *tree.GetFirstNode()->GetFirstChild();
+            type.Expand(false);
+            branch = type.GetFirstChild();
             QApplication::processEvents();
         });
-    if (branch.Count() != ChildCount) throw std::runtime_error("the branch is not whole");
+    if (branch->Count() != ChildCount) throw std::runtime_error("the branch is not whole");
 
     const std::int64_t number =
-        branch.DataAs<TRequirementTreeNodeContainer>()->Node->Get_ID()->Get_IDNumber();
+        branch->DataAs<TRequirementTreeNodeContainer>()->Node->Get_ID()->Get_IDNumber();
     TBareBranch bare(database, number);
     std::vector<TRow> rows;
     const double sql = MedianTime(9, [&] { rows = bare.Read(); });

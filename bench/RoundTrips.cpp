@@ -48,9 +48,12 @@ TLimits MeasureRoundTrips() {
     counts.Count("open a branch", 1, [&] { type.Expand(false); });
     counts.Count("select a requirement, first of its type", 2, [&] { type.Item(0)->SetSelected(); });
     counts.Count("select another requirement", 1, [&] { type.Item(1)->SetSelected(); });
-    auto& tabs = *stage.Panel().pgcRequirement;
-    for (int tab = 0; tab < rtFirstCustom; ++tab)
-        counts.Count("change to tab " + tabs.Page(tab).Caption(), 1, [&] { tabs.SetActivePageIndex(tab); });
+    const auto& tabs = *stage.Panel().pgcRequirement;
+    for (int tab = rtFirstCustom - 1; tab >= 0; --tab) {
+        const std::string caption = tabs.Page(tab).Caption();
+        counts.Count("change to tab " + caption, 1,
+                     [&] { stage.User->ChooseTab("pgcRequirement", caption); });
+    }
     counts.Count("idle, requirement on show", 0, [] {
         for (int turn = 0; turn < 100; ++turn)
             TActor::Settle();

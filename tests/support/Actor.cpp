@@ -94,17 +94,18 @@ void TActor::Choose(const std::string& name, const std::string& entry) {
 
 void TActor::ChooseTab(const std::string& pageControl, const std::string& caption) {
     auto& tabs = dynamic_cast<QTabWidget&>(Usable(pageControl));
-    for (int index = 0; index < tabs.count(); ++index) {
-        if (tabs.tabText(index) != FromUtf8(caption)) continue;
-        QTabBar& bar = *tabs.tabBar();
-        tabs.setCurrentIndex(tabs.currentIndex());
+    QTabBar& bar = *tabs.tabBar();
+    int index = 0;
+    while (index < tabs.count() && tabs.tabText(index) != FromUtf8(caption))
+        ++index;
+    if (index == tabs.count()) throw Failure("there is no tab", caption);
+    bar.setFocus();
+    // Tabs that are scrolled out of the bar are reached by the arrow keys.
+    if (bar.rect().contains(bar.tabRect(index)))
         QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.tabRect(index).center());
-        // A tab scrolled out of the bar cannot be hit; the wheel would bring it in.
-        if (tabs.currentIndex() != index) tabs.setCurrentIndex(index);
-        Settle();
-        return;
-    }
-    throw Failure("there is no tab", caption);
+    while (tabs.currentIndex() != index)
+        QTest::keyClick(&bar, tabs.currentIndex() < index ? Qt::Key_Right : Qt::Key_Left);
+    Settle();
 }
 
 void TActor::Key(const std::string& name, int key, Qt::KeyboardModifiers modifiers) {

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QMenu>
 #include <QPixmap>
 
 #include <cctype>
@@ -82,7 +83,10 @@ void TTour::Check(bool condition, const std::string& sentence) {
 }
 
 void TTour::ChooseMenu(const std::string& name) {
-    auto* action = FStudio->Window().findChild<QAction*>(QString::fromStdString(name));
+    QAction* action = nullptr;
+    for (const QMenu* menu : FStudio->Window().findChildren<QMenu*>())
+        for (QAction* entry : menu->actions())
+            if (entry->objectName() == QString::fromStdString(name)) action = entry;
     Check(action != nullptr, "there is no menu entry " + name);
     Check(action->isEnabled() && action->isVisible(), "the menu entry cannot be chosen: " + name);
     action->trigger();
