@@ -45,12 +45,16 @@ void TfrmQuoraneMain::actCancelSaveExecute() {
 }
 
 void TfrmQuoraneMain::actCancelSaveUpdate() {
-    if (FCancellingSave) return;
-    const Handle<IRequirement> requirement = FHelpers.CurrentRequirement;
-    const bool locked = requirement && requirement->Get_LockedByCurrentUser() != WordFalse;
-    actSave->SetEnabled(locked);
-    actCancelSave->SetEnabled(locked);
-    if (requirement && !locked) LockForDescription();
+    // Guarded as commands are: whether the lock is held may have to be asked of a
+    // server that has gone.
+    GuardServerCalls([this] {
+        if (FCancellingSave || FHandlingSDKException) return;
+        const Handle<IRequirement> requirement = FHelpers.CurrentRequirement;
+        const bool locked = requirement && requirement->Get_LockedByCurrentUser() != WordFalse;
+        actSave->SetEnabled(locked);
+        actCancelSave->SetEnabled(locked);
+        if (requirement && !locked) LockForDescription();
+    });
 }
 
 void TfrmQuoraneMain::LockForDescription() {
