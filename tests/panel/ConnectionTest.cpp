@@ -35,14 +35,13 @@ TEST_P(TRefusedLogons, TellWhyAndStoreNothing) {
 
 INSTANTIATE_TEST_SUITE_P(
     , TRefusedLogons,
-    testing::Values(
-        TRefusedLogon{"local", "anna", "wrong", "Invalid Login"},
-        TRefusedLogon{"local", "nobody", "hearth-nobody", "Invalid Login"},
-        TRefusedLogon{"local", "hugo", "hearth-hugo", "Account disabled"},
-        TRefusedLogon{"local", "ida", "hearth-ida",
-                      "User must change password, please use the normal Quorane client to do it"},
-        TRefusedLogon{"elsewhere", "anna", "hearth-anna",
-                      "Could not connect to the Quorane Server: host not found."}));
+    testing::Values(TRefusedLogon{"local", "anna", "wrong", "Invalid Login"},
+                    TRefusedLogon{"local", "nobody", "hearth-nobody", "Invalid Login"},
+                    TRefusedLogon{"local", "hugo", "hearth-hugo", "Account disabled"},
+                    TRefusedLogon{"local", "ida", "hearth-ida",
+                                  "User must change password, please use the normal Quorane client to do it"},
+                    TRefusedLogon{"elsewhere", "anna", "hearth-anna",
+                                  "Could not connect to the Quorane Server: host not found."}));
 
 TEST_F(TPanelConnection, APanelWhoseAddInCannotBeMadeKnownStaysUnconnected) {
     Server->Calls.FailOperation("IIntegrationManager.Get_Integrations", "ServerException: no.");

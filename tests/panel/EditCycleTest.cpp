@@ -40,7 +40,8 @@ TEST_F(TPanelEdit, OnlyTheFirstChangeAsksTheServer) {
 }
 
 TEST_F(TPanelEdit, AFillNeverLocks) {
-    for (const char* tab : {"Validation", "Discussion", "References", "History", "Responsibilities", "Details"})
+    for (const char* tab :
+         {"Validation", "Discussion", "References", "History", "Responsibilities", "Details"})
         User->ChooseTab("pgcRequirement", tab);
     Select(Implausible);
     Select({"System Requirement", "Be installed within one hour"});

@@ -34,13 +34,12 @@ TEST_P(TFailureTexts, AreShortenedWhereTheyAreKnown) {
 
 INSTANTIATE_TEST_SUITE_P(
     , TFailureTexts,
-    testing::Values(
-        TKnownFailure{"Requirement name cannot be empty!", "Requirement name cannot be empty!"},
-        TKnownFailure{"RemoteServerException: what else", "RemoteServerException: what else"},
-        TKnownFailure{"Quorane.SERVER_ERROR alone", "Quorane.SERVER_ERROR alone"},
-        TKnownFailure{"RemoteServerException: x " + Markup + " at line 4", Markup},
-        TKnownFailure{Markup + " at line 4", Markup + " at line 4"},
-        TKnownFailure{"RemoteServerException: x " + Image + " trace", Image}));
+    testing::Values(TKnownFailure{"Requirement name cannot be empty!", "Requirement name cannot be empty!"},
+                    TKnownFailure{"RemoteServerException: what else", "RemoteServerException: what else"},
+                    TKnownFailure{"Quorane.SERVER_ERROR alone", "Quorane.SERVER_ERROR alone"},
+                    TKnownFailure{"RemoteServerException: x " + Markup + " at line 4", Markup},
+                    TKnownFailure{Markup + " at line 4", Markup + " at line 4"},
+                    TKnownFailure{"RemoteServerException: x " + Image + " trace", Image}));
 
 TEST_F(TPanelFailures, ALostConnectionIsRestoredAndShowsTheProject) {
     Select(ZoneControl);

@@ -22,7 +22,8 @@ protected:
 TEST_F(TPanelFind, ANumberIsFoundWithItsTagAroundIt) {
     Select(Implausible);
     const std::string number = std::to_string(SelectedNumber());
-    for (const std::string& entry : {number, "FW" + number, " " + number.substr(0, 1) + "-" + number.substr(1)}) {
+    for (const std::string& entry :
+         {number, "FW" + number, " " + number.substr(0, 1) + "-" + number.substr(1)}) {
         Select({FirmwareType});
         Find(entry);
         EXPECT_EQ(SelectedText(), Implausible.back()) << entry;

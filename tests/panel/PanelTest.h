@@ -25,9 +25,8 @@ inline const std::string FirmwareType = "Firmware Requirement";
 inline const std::vector<std::string> ZoneControl{FirmwareType, "Zone control"};
 inline const std::vector<std::string> FilterReadings{FirmwareType, "Zone control",
                                                      "Filter the readings of a zone"};
-inline const std::vector<std::string> Implausible{FirmwareType, "Zone control",
-                                                  "Filter the readings of a zone",
-                                                  "Reject implausible readings"};
+inline const std::vector<std::string> Implausible{
+    FirmwareType, "Zone control", "Filter the readings of a zone", "Reject implausible readings"};
 
 inline constexpr const char* LostConnection =
     "RemoteServerException: the server is away. Quorane.SERVER_ERROR";
@@ -43,9 +42,7 @@ protected:
     TEdit& NameEdit() { return *Panel().fraDetails->edtRequirementName; }
 
     // The requirement's number, with its node selected.
-    std::int32_t SelectedNumber() {
-        return Panel().CurrentRequirementTreeNode()->Get_ID()->Get_IDNumber();
-    }
+    std::int32_t SelectedNumber() { return Panel().CurrentRequirementTreeNode()->Get_ID()->Get_IDNumber(); }
     std::string SelectedName() { return Quorane_TLB::Utf8(Helpers().CurrentRequirement->Get_Name()); }
 
     // The requirement as another user's client reads it now.

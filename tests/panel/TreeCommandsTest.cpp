@@ -95,11 +95,11 @@ TEST_P(TInsertions, StandBesideTheSelectedRequirement) {
     Tree().EndEdit(true);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , TInsertions,
-    testing::Values(TInsertion{"btnInsertBefore", ZoneControl, 0}, TInsertion{"btnInsertAfter", ZoneControl, 1},
-                    TInsertion{"btnInsertBefore", FilterReadings, 0},
-                    TInsertion{"btnInsertAfter", Implausible, 1}));
+INSTANTIATE_TEST_SUITE_P(, TInsertions,
+                         testing::Values(TInsertion{"btnInsertBefore", ZoneControl, 0},
+                                         TInsertion{"btnInsertAfter", ZoneControl, 1},
+                                         TInsertion{"btnInsertBefore", FilterReadings, 0},
+                                         TInsertion{"btnInsertAfter", Implausible, 1}));
 
 TEST_F(TPanelCommands, RenamingInPlaceLocksAndIsSavedByTheEditCycle) {
     Select(ZoneControl);
@@ -166,8 +166,8 @@ TEST_F(TPanelCommands, AChangedRequirementCanBeDeleted) {
     User->Type("edtRequirementName", "Nonsense");
     Dialogs.Answer(TMessageResult::Yes);
     User->Click("btnDeleteRequirement");
-    EXPECT_THAT(Children(User->Node("trvRequirements", {Top().Text(), FirmwareType, FilterReadings[1],
-                                                        FilterReadings[2]})),
+    EXPECT_THAT(Children(User->Node("trvRequirements",
+                                    {Top().Text(), FirmwareType, FilterReadings[1], FilterReadings[2]})),
                 Not(Contains(Implausible.back())));
 }
 
@@ -269,12 +269,13 @@ TEST_F(TPanelCommands, CommandsFollowTheSelection) {
         std::vector<std::string> Path;
         bool Child, Beside;
     };
-    for (const TRow& row : {TRow{{}, false, false}, TRow{{FirmwareType}, true, false}, TRow{ZoneControl, true, true}}) {
+    for (const TRow& row :
+         {TRow{{}, false, false}, TRow{{FirmwareType}, true, false}, TRow{ZoneControl, true, true}}) {
         Select(row.Path);
         EXPECT_EQ(Panel().actCreateRequirement->Enabled(), row.Child);
-        for (TAction* action : {Panel().actCreateRequirementAbove, Panel().actCreateRequirementBelow,
-                                Panel().actMoveReqUp, Panel().actMoveReqDown, Panel().actDeleteReq,
-                                Panel().actRenameReq})
+        for (TAction* action :
+             {Panel().actCreateRequirementAbove, Panel().actCreateRequirementBelow, Panel().actMoveReqUp,
+              Panel().actMoveReqDown, Panel().actDeleteReq, Panel().actRenameReq})
             EXPECT_EQ(action->Enabled(), row.Beside) << action->Name();
     }
 }

@@ -35,10 +35,8 @@ TEST_F(TPanelTree, NothingIsReadAheadOfWhatIsOpened) {
 TEST_F(TPanelTree, ABranchIsReadAnewEachTimeItOpens) {
     TTreeNode& firmware = Firmware();
     firmware.Expand(false);
-    const std::int32_t number = firmware.GetFirstChild()
-                                    ->DataAs<TRequirementTreeNodeContainer>()
-                                    ->Node->Get_ID()
-                                    ->Get_IDNumber();
+    const std::int32_t number =
+        firmware.GetFirstChild()->DataAs<TRequirementTreeNodeContainer>()->Node->Get_ID()->Get_IDNumber();
     RenameAs(ReadAs("ben", number), u"Renamed elsewhere");
     firmware.Collapse();
     User->Click("btnRefresh");
