@@ -83,10 +83,10 @@ TEST(ConnectionTest, TellsWhyItCannotConnectAndStaysUnconnected) {
         }
         EXPECT_FALSE(sink.Connected()) << row.What;
         EXPECT_TRUE(last->Point->Sinks.empty()) << row.What;
+        EXPECT_EQ(refusing->Point.use_count(), 1) << "the connection point is still held";
         sink.Connect(last);
         EXPECT_TRUE(sink.Connected()) << row.What;
     }
-    EXPECT_EQ(refusing->Point.use_count(), 1) << "the connection point is still held";
 }
 
 TEST(ConnectionTest, GivesOutItsDispatchInterfaceForItsEvents) {
