@@ -233,6 +233,102 @@ TEST_F(Tree, ChildrenOfAClosedBranchReachTheViewAsOneRun) {
     EXPECT_EQ(Trv.model()->rowCount(Trv.model()->index(0, 0)), 1000);
 }
 
+TEST_F(Tree, ANodeMovedUnderAnotherTakesItsLevelAndTheMarksFollow) {
+    TTreeNode& from = Trv.Add("from");
+    TTreeNode& to = Trv.Add("to");
+    TTreeNode& moved = Trv.AddChild(from, std::string("moved"));
+    TTreeNode& below = Trv.AddChild(moved, std::string("below"));
+    ShowWindow(Form);
+    moved.MoveTo(to, TNodeAttach::AddChild);
+    EXPECT_EQ(moved.Parent(), &to);
+    EXPECT_FALSE(from.HasChildren());
+    EXPECT_TRUE(to.HasChildren());
+    below.MoveTo(to, TNodeAttach::Insert);
+    EXPECT_EQ(below.Level(), 0);
+    EXPECT_EQ(Trv.Item(1), &below);
+    Trv.SetSelected(&moved);
+    EXPECT_TRUE(to.Expanded());
+}
+
+TEST_F(Tree, ExpandingWithAllBelowReadsEachBranchOnce) {
+    TTreeNode& top = Trv.Add("top");
+    top.SetHasChildren(true);
+    Trv.OnExpanding = [this](TTreeNode& node, bool&) {
+        Log.push_back(node.Text());
+        for (const char* name : {"a", "b"})
+            Trv.AddChild(node, node.Text() + name).SetHasChildren(node.Level() == 0);
+    };
+    ShowWindow(Form);
+    top.Expand(true);
+    EXPECT_THAT(Log, ElementsAre("top", "topa", "topb"));
+    EXPECT_EQ(Trv.Count(), 7);
+}
+
+TEST_F(Tree, LabelsChangedUnderAHeldUpdateShowAfterIt) {
+    TTreeNode& node = Trv.Add("old");
+    ShowWindow(Form);
+    int told = 0;
+    QObject::connect(Trv.model(), &QAbstractItemModel::dataChanged, Trv.model(), [&] { ++told; });
+    {
+        const TWinControl::TUpdate update(Trv);
+        node.SetText(std::u16string(u"1.1 Größe – SRS7"));
+        node.SetImageIndex(3);
+    }
+    EXPECT_EQ(told, 0);
+    EXPECT_EQ(node.Text(), "1.1 Größe – SRS7");
+    EXPECT_TRUE(Trv.updatesEnabled());
+}
+
+TEST_F(Tree, AChangeHandlerMayEmptyTheTree) {
+    Trv.Add("first");
+    TTreeNode& second = Trv.Add("second");
+    ShowWindow(Form);
+    Trv.OnChange = [this](TTreeNode* node) {
+        if (node) Trv.Clear();
+    };
+    Click(*Trv.viewport(), Middle(second));
+    TActor::Settle();
+    EXPECT_EQ(Trv.Count(), 0);
+    EXPECT_EQ(Trv.Selected(), nullptr);
+}
+
+TEST_F(Tree, AClickBelowTheRowsKeepsTheSelection) {
+    TTreeNode& node = Trv.Add("node");
+    ShowWindow(Form);
+    Trv.SetSelected(&node);
+    Log.clear();
+    Click(*Trv.viewport(), QPoint(50, 300));
+    EXPECT_THAT(Log, IsEmpty());
+    EXPECT_EQ(Trv.Selected(), &node);
+    Trv.SetSelected(nullptr);
+    EXPECT_THAT(Log, ElementsAre("changing none", "change none"));
+}
+
+TEST_F(Tree, ADisabledTreeTakesNoClicks) {
+    TTreeNode& node = Trv.Add("node");
+    int clicks = 0;
+    Trv.OnMouseDown = [&](TMouseButton, TShiftState, TPoint) { ++clicks; };
+    ShowWindow(Form);
+    Trv.SetEnabled(false);
+    Click(*Trv.viewport(), Middle(node));
+    EXPECT_EQ(clicks, 0);
+    EXPECT_EQ(Trv.Selected(), nullptr);
+    Trv.SetEnabled(true);
+    Click(*Trv.viewport(), Middle(node));
+    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(Trv.Selected(), &node);
+}
+
+TEST_F(Tree, FocusAloneSelectsNothing) {
+    Trv.Add("node");
+    ShowWindow(Form);
+    Trv.SetFocus();
+    TActor::Settle();
+    EXPECT_TRUE(Trv.Focused());
+    EXPECT_EQ(Trv.Selected(), nullptr);
+    EXPECT_THAT(Log, IsEmpty());
+}
+
 TEST_F(Tree, KeysWalkOpenAndCloseBranches) {
     TTreeNode& top = Trv.Add("top");
     TTreeNode& child = Trv.AddChild(top, std::string("child"));

@@ -34,15 +34,12 @@ public:
         return TColor(static_cast<std::uint32_t>(red | green << 8 | blue << 16));
     }
     static constexpr TColor System(std::uint8_t index) { return TColor(0xFF000000U | index); }
-    // 0x00BBGGRR.
-    static constexpr TColor FromInteger(std::int32_t value) {
-        return TColor(static_cast<std::uint32_t>(value) & 0x00FFFFFFU);
-    }
 
     constexpr bool IsSystem() const { return (FValue & 0xFF000000U) == 0xFF000000U; }
     constexpr std::uint8_t Red() const { return static_cast<std::uint8_t>(FValue); }
     constexpr std::uint8_t Green() const { return static_cast<std::uint8_t>(FValue >> 8); }
     constexpr std::uint8_t Blue() const { return static_cast<std::uint8_t>(FValue >> 16); }
+    // 0x00BBGGRR for a fixed colour.
     constexpr std::int32_t ToInteger() const { return static_cast<std::int32_t>(FValue); }
     constexpr bool operator==(const TColor&) const = default;
 
@@ -55,8 +52,6 @@ private:
 // The system colours that the logic names. clDefault is what the style gives.
 inline constexpr TColor clDefault = TColor::System(0xFF);
 inline constexpr TColor clWindow = TColor::System(5);
-inline constexpr TColor clWindowText = TColor::System(8);
-inline constexpr TColor clBtnFace = TColor::System(15);
 inline constexpr TColor clInactiveCaptionText = TColor::System(19);
 
 // A picture of Width times Height opaque pixels, black at first.

@@ -58,9 +58,8 @@ void TSplitter::Resize(int delta) {
     if (!sized) return;
     const bool grows = Align() == TAlign::Left || Align() == TAlign::Top;
     const QSize room = parentWidget()->size();
-    const int largest = (Upright() ? room.width() : room.height()) - FMinSize;
-    const int extent =
-        std::clamp(FStartSize + (grows ? delta : -delta), FMinSize, std::max(largest, FMinSize));
+    const int largest = (Upright() ? room.width() : room.height()) - MinSize;
+    const int extent = std::clamp(FStartSize + (grows ? delta : -delta), MinSize, std::max(largest, MinSize));
     if (Upright())
         sized->SetWidth(extent);
     else

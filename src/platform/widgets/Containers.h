@@ -42,8 +42,6 @@ private:
 class TSplitter : public TControlOf<QFrame> {
 public:
     explicit TSplitter(TWinControl* parent, const std::string& name = {});
-    // Below this the sized control is not made smaller; 30 at first.
-    void SetMinSize(int size) { FMinSize = size; }
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -59,7 +57,8 @@ private:
     void Resize(int delta);
     TPoint FStart;
     int FStartSize = 0;
-    int FMinSize = 30;
+    // Below this the sized control is not made smaller.
+    static constexpr int MinSize = 30;
     bool FDragging = false;
 };
 

@@ -193,7 +193,6 @@ namespace {
 QColor Mapped(TColor color) {
     const QPalette palette = QApplication::palette();
     if (!color.IsSystem()) return QColor(color.Red(), color.Green(), color.Blue());
-    if (color == clWindowText) return palette.color(QPalette::Active, QPalette::Text);
     return palette.color(QPalette::Active, QPalette::Window);
 }
 
@@ -235,10 +234,6 @@ void TControl::Repaint() {
     Widget().update();
 }
 
-void TControl::BringToFront() {
-    Widget().raise();
-}
-
 TWinControl::~TWinControl() = default;
 
 QWidget& TWinControl::ClientArea() {
@@ -266,11 +261,6 @@ void TWinControl::SetFocus() {
 
 bool TWinControl::Focused() const {
     return Widget().hasFocus();
-}
-
-bool TWinControl::ContainsFocus() const {
-    const QWidget* focused = QApplication::focusWidget();
-    return focused && (focused == &Widget() || Widget().isAncestorOf(focused));
 }
 
 void TWinControl::SetTabOrder(const std::vector<TWinControl*>& controls) {
@@ -410,7 +400,7 @@ bool TWinControl::HandleContextMenu(QEvent& event) {
     const auto& menu = static_cast<QContextMenuEvent&>(event);
     TPoint point{menu.globalPos().x(), menu.globalPos().y()};
     if (menu.reason() == QContextMenuEvent::Keyboard) point = ClientToScreen(KeyboardMenuPoint());
-    FPopupMenu->Popup(point, this);
+    FPopupMenu->Popup(point);
     return true;
 }
 

@@ -119,8 +119,6 @@ public:
     void SetAnchors(bool left, bool top, bool right, bool bottom);
     bool AnchoredRight() const { return FAnchorRight; }
     bool AnchoredBottom() const { return FAnchorBottom; }
-    bool AnchoredLeft() const { return FAnchorLeft; }
-    bool AnchoredTop() const { return FAnchorTop; }
 
     // Tooltip, and accessible name of a control without a caption.
     std::string Hint() const;
@@ -141,7 +139,6 @@ public:
     TPoint ClientToScreen(TPoint point) const;
 
     void Repaint();
-    void BringToFront();
 
 protected:
     // To be called at the end of each constructor that makes the widget: name, place
@@ -189,8 +186,6 @@ public:
 
     void SetFocus();
     bool Focused() const;
-    // Whether it or a child of it, at any depth, has the focus.
-    bool ContainsFocus() const;
     // The next control in the tab order; a parent sets it for its children in turn.
     void SetTabOrder(const std::vector<TWinControl*>& controls);
 

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <QWheelEvent>
 
 #include "platform/widgets/QtText.h"
 #include "platform/widgets/look/IconSheets.h"
@@ -75,14 +76,6 @@ void TEdit::Fill(const QString& newText) {
 void TEdit::SetPassword(bool password) {
     setEchoMode(password ? QLineEdit::Password : QLineEdit::Normal);
     setStyleSheet(password ? QStringLiteral("QLineEdit { lineedit-password-character: 42; }") : QString());
-}
-
-void TEdit::SetMaxLength(int length) {
-    setMaxLength(length > 0 ? length : 32767);
-}
-
-void TEdit::SetPlaceholder(const std::string& text) {
-    setPlaceholderText(ToQt(text));
 }
 
 void TMaskEdit::SetEditMask(const std::string& mask) {
@@ -167,11 +160,12 @@ double FromDate(const QDate& date) {
 TDatePicker::TDatePicker(TWinControl* parent, const std::string& name)
     : TControlOf(parent, name) {
     setCalendarPopup(true);
-    FFilling = true;
+    setFocusPolicy(Qt::StrongFocus);
     setDate(QDate::currentDate());
-    FFilling = false;
+    FKnown = date();
+    // Enter tells of a change where there is none.
     connect(this, &QDateEdit::dateChanged, this, [this] {
-        if (!FFilling) Picked();
+        if (!FFilling && date() != FKnown) Picked();
     });
     // A pick of the date that the blank hides changes no date.
     for (const auto signal : {&QCalendarWidget::clicked, &QCalendarWidget::activated})
@@ -185,22 +179,24 @@ double TDatePicker::Date() const {
 }
 
 void TDatePicker::SetDate(double date) {
-    FFilling = true;
-    setDate(std::clamp(ToDate(date), minimumDate(), maximumDate()));
-    FFilling = false;
+    Fill([&] { setDate(std::clamp(ToDate(date), minimumDate(), maximumDate())); });
     SetBlank(false);
 }
 
 void TDatePicker::SetMinDate(double date) {
-    FFilling = true;
-    setMinimumDate(ToDate(date));
-    FFilling = false;
+    Fill([&] { setMinimumDate(ToDate(date)); });
 }
 
 void TDatePicker::SetMaxDate(double date) {
+    Fill([&] { setMaximumDate(ToDate(date)); });
+}
+
+void TDatePicker::Fill(const std::function<void()>& change) {
     FFilling = true;
-    setMaximumDate(ToDate(date));
+    change();
     FFilling = false;
+    FKnown = date();
+    RefreshText();
 }
 
 void TDatePicker::SetBlank(bool blank) {
@@ -214,6 +210,7 @@ void TDatePicker::RefreshText() {
 }
 
 void TDatePicker::Picked() {
+    FKnown = date();
     SetBlank(false);
     Fire(OnChange);
 }
@@ -255,6 +252,14 @@ void TDatePicker::keyPressEvent(QKeyEvent* event) {
 void TDatePicker::mousePressEvent(QMouseEvent* event) {
     QDateEdit::mousePressEvent(event);
     if (FBlank) RefreshText();
+}
+
+// Turning the wheel over a page that scrolls must not change the values on it.
+void TDatePicker::wheelEvent(QWheelEvent* event) {
+    if (hasFocus())
+        QDateEdit::wheelEvent(event);
+    else
+        event->ignore();
 }
 
 // The first step from a blank shows the date that it hid.

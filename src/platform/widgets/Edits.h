@@ -25,7 +25,6 @@ public:
     void SetCaption(const std::string& caption);
     // The control that the label names: its access key moves the focus there.
     void SetFocusControl(TWinControl& control);
-    void SetWordWrap(bool wrap) { setWordWrap(wrap); }
 
 private:
     std::string FCaption;
@@ -64,10 +63,7 @@ public:
     void SetReadOnly(bool readOnly) { setReadOnly(readOnly); }
     // Shows "*" for each character.
     void SetPassword(bool password);
-    // In UTF-16 units; 0 for no limit.
-    void SetMaxLength(int length);
     void SelectAll() { selectAll(); }
-    void SetPlaceholder(const std::string& text);
 
 private:
     void Fill(const QString& newText);
@@ -147,11 +143,14 @@ protected:
     QValidator::State validate(QString& input, int& position) const override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void stepBy(int steps) override;
 
 private:
     void Picked();
+    void Fill(const std::function<void()>& change);
     void RefreshText();
+    QDate FKnown;
     bool FBlank = false;
     bool FFilling = false;
 };

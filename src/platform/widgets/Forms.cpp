@@ -65,12 +65,22 @@ TModalResult TForm::ShowModal() {
     setWindowModality(Qt::ApplicationModal);
     show();
     activateWindow();
-    QTimer::singleShot(0, this, [this] { Application().CallModalHook(*this); });
+    QTimer::singleShot(0, this, [this] { RunModalHook(); });
     if (FModalResult == TModalResult::None) loop.exec(QEventLoop::DialogExec);
     if (!alive) return TModalResult::Cancel;
     FLoop = nullptr;
     hide();
     return FModalResult == TModalResult::None ? TModalResult::Cancel : FModalResult;
+}
+
+// A script that fails must not leave the form open for good.
+void TForm::RunModalHook() {
+    try {
+        Application().CallModalHook(*this);
+    } catch (...) {
+        Application().HandleException();
+        SetModalResult(TModalResult::Cancel);
+    }
 }
 
 void TForm::SetModalResult(TModalResult result) {
@@ -103,12 +113,6 @@ bool TForm::ClickCancel() {
 }
 
 void TForm::closeEvent(QCloseEvent* event) {
-    bool allow = true;
-    Fire(OnCloseQuery, allow);
-    if (!allow) {
-        event->ignore();
-        return;
-    }
     event->accept();
     if (FLoop && FModalResult == TModalResult::None) SetModalResult(TModalResult::Cancel);
 }

@@ -27,8 +27,6 @@ public:
     TEvent<> OnShow;
     // By the user or by the program; not when another window covers it.
     TEvent<> OnHide;
-    // Setting allow to false keeps the form open when the user closes it.
-    TEvent<bool&> OnCloseQuery;
 
     std::string Caption() const;
     void SetCaption(const std::string& caption);
@@ -62,6 +60,7 @@ protected:
 
 private:
     void Centre();
+    void RunModalHook();
     TWinControl* FActiveControl = nullptr;
     QEventLoop* FLoop = nullptr;
     TModalResult FModalResult = TModalResult::None;

@@ -108,6 +108,7 @@ private:
 TComboBox::TComboBox(TWinControl* parent, const std::string& name)
     : TControlOf(parent, name)
     , FItems(std::make_unique<TItems>(*this)) {
+    setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
     connect(this, &QComboBox::currentIndexChanged, this, [this] { Fire(OnChange); });

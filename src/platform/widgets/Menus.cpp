@@ -143,9 +143,8 @@ void TPopupMenu::Clear() {
     }
 }
 
-void TPopupMenu::Popup(TPoint screenPoint, TWinControl* control) {
+void TPopupMenu::Popup(TPoint screenPoint) {
     FPoint = screenPoint;
-    FControl = control;
     popup(QPoint(screenPoint.X, screenPoint.Y));
 }
 

@@ -81,18 +81,16 @@ public:
     std::vector<TMenuItem*> Items() const;
     void Clear();
 
-    // Where it was asked for, in screen coordinates, and over which control; valid in
-    // OnPopup and in the items' handlers.
+    // Where it was asked for, in screen coordinates; valid in OnPopup and in the items'
+    // handlers.
     TPoint PopupPoint() const { return FPoint; }
-    TWinControl* PopupControl() const { return FControl; }
-    // Shows the menu and returns when it is open. The control may be empty.
-    void Popup(TPoint screenPoint, TWinControl* control);
+    // Shows the menu and returns when it is open.
+    void Popup(TPoint screenPoint);
     // What OnPopup and the updates before showing do, without showing.
     void Prepare();
 
 private:
     TPoint FPoint;
-    TWinControl* FControl = nullptr;
 };
 
 // A form's menu bar: its menus are added with Add, their items in SubMenu().

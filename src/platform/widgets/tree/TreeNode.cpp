@@ -135,11 +135,7 @@ void TTreeNode::MoveTo(TTreeNode& target, TNodeAttach mode) {
     TTreeNode& source = *FParent;
     const bool insert = mode == TNodeAttach::Insert;
     TTreeNode& parent = insert ? *target.FParent : target;
-    int index = parent.Count();
-    if (insert)
-        index = target.FIndex;
-    else if (mode == TNodeAttach::AddChildFirst)
-        index = 0;
+    const int index = insert ? target.FIndex : parent.Count();
     FTree.EndEdit(true);
     FTree.PublishAll();
     FTree.FModel->Move(*this, parent, index);

@@ -14,8 +14,8 @@
 class TTreeView;
 class TTreeModel;
 
-// Where MoveTo puts a node: before the target among its siblings, or below the target.
-enum class TNodeAttach { Insert, AddChildFirst, AddChild };
+// Where MoveTo puts a node: before the target among its siblings, or last below it.
+enum class TNodeAttach { Insert, AddChild };
 
 class TTreeNode {
 public:

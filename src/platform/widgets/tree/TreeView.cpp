@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include <QCursor>
 #include <QHeaderView>
 
 #include "platform/widgets/QtText.h"
@@ -95,10 +94,6 @@ void TTreeView::PublishAll() {
 
 int TTreeView::Count() const {
     return FNodeCount;
-}
-
-int TTreeView::TopCount() const {
-    return FRoot->Count();
 }
 
 TTreeNode* TTreeView::GetFirstNode() const {
@@ -268,11 +263,6 @@ TTreeHit TTreeView::GetHitTestInfoAt(int x, int y) const {
     if (offset < text) return TTreeHit::OnIcon;
     return offset < text + fontMetrics().horizontalAdvance(node->FText) + 8 ? TTreeHit::OnLabel
                                                                             : TTreeHit::OnRight;
-}
-
-TTreeNode* TTreeView::NodeUnderPointer() const {
-    const QPoint point = viewport()->mapFromGlobal(QCursor::pos());
-    return GetNodeAt(point.x(), point.y());
 }
 
 TRect TTreeView::DisplayRect(const TTreeNode& node) const {

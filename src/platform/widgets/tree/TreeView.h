@@ -57,7 +57,6 @@ public:
     // By absolute index; empty for one that does not exist.
     TTreeNode* Item(int absoluteIndex) const;
     TTreeNode* GetFirstNode() const;
-    int TopCount() const;
     void Clear();
 
     TTreeNode* Selected() const { return FSelected; }
@@ -68,7 +67,6 @@ public:
     // In pixels of the client area; empty where no row is.
     TTreeNode* GetNodeAt(int x, int y) const;
     TTreeHit GetHitTestInfoAt(int x, int y) const;
-    TTreeNode* NodeUnderPointer() const;
     // Of the node's row; empty when it does not show.
     TRect DisplayRect(const TTreeNode& node) const;
     TRect StateIconRect(const TTreeNode& node) const;
