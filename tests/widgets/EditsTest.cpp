@@ -45,6 +45,7 @@ TEST_F(Edits, AnEditTellsOfChangesAndNotOfTheSameTextAgain) {
     edit.SetText(std::u16string(u"Größe"));
     edit.SetText(std::string("Größe"));
     ShowWindow(Form);
+    QTest::keyClick(&edit, Qt::Key_End);
     QTest::keyClicks(&edit, QStringLiteral("!"));
     edit.Clear();
     EXPECT_THAT(Log, ElementsAre("Größe", "Größe!", ""));
