@@ -283,3 +283,8 @@ using THtmlEngineFactory =
 void SetHtmlEngineFactory(THtmlEngineFactory factory);
 // Raises EOleSysError when no engine is set, and what the factory raises.
 std::unique_ptr<IWebBrowser> CreateWebBrowser(TWinControl& parent, const std::string& name);
+
+// The one function that an engine's library exports, by this name. It may raise.
+inline constexpr const char* HtmlEngineEntryName = "QuoraneCreateWebBrowser";
+using THtmlEngineEntry = void (*)(TWinControl& parent, const std::string& name,
+                                  std::unique_ptr<IWebBrowser>& browser);

@@ -1,6 +1,6 @@
 // The add-in's module: composes the system's services, the SDK and the add-in, and
 // takes them apart again when the host unloads it.
-#include "SdkLibrary.h"
+#include "LateLibraries.h"
 #include "ide/QuoraneAddinWizard.h"
 #include "platform/system/DesktopSystemServices.h"
 #include "server/Quorane_TLB.h"
@@ -26,12 +26,17 @@ public:
             [library = FLibrary](const Quorane_TLB::Guid& classId, const std::string& machine) {
                 return CreateSdkObject(library, classId, machine);
             });
+        SetHtmlEngineFactory([library = ModuleFolder() / "libquorane-engine.so"](TWinControl& parent,
+                                                                                 const std::string& name) {
+            return CreateEngineBrowser(library, parent, name);
+        });
         RegisterAddIn();
     }
     // The panel goes before the session, and the session needs SDK and system.
     ~TComposition() {
         UnregisterAddIn();
         FinalizeQuoraneSession();
+        SetHtmlEngineFactory({});
         Quorane_TLB::SetClassObjectProvider({});
         SetSystemServices(nullptr);
     }

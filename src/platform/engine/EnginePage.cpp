@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QTimer>
 #include <QWebChannel>
+#include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
@@ -64,7 +65,8 @@ TEnginePage::TEnginePage(QWebEngineProfile& profile)
     , FChannel(new QWebChannel(this)) {
     SetUp();
     InstallAgent();
-    connect(this, &QWebEnginePage::loadFinished, this, [this](bool succeeded) { LoadFinished(succeeded); });
+    connect(this, &QWebEnginePage::loadingChanged, this,
+            [this](const QWebEngineLoadingInfo& info) { LoadingChanged(info); });
     connect(this, &QWebEnginePage::renderProcessTerminated, this, [this] { RendererGone(); });
 }
 
@@ -107,7 +109,12 @@ void TEnginePage::Load(const QString& path) {
     load(FDocument);
 }
 
-void TEnginePage::LoadFinished(bool succeeded) {
+// A link that is refused also ends in a failed load, and a load that a newer one breaks
+// off ends as stopped; neither says anything about the document.
+void TEnginePage::LoadingChanged(const QWebEngineLoadingInfo& info) {
+    const bool succeeded = info.status() == QWebEngineLoadingInfo::LoadSucceededStatus;
+    const bool failed = info.status() == QWebEngineLoadingInfo::LoadFailedStatus;
+    if (!FLoading || info.url() != FDocument || !(succeeded || failed)) return;
     FLoading = false;
     FReady = succeeded;
     if (OnLoaded) OnLoaded();

@@ -12,6 +12,7 @@
 #include <vector>
 
 class QWebChannel;
+class QWebEngineLoadingInfo;
 
 // Lets through only what belongs to the document on show: the file itself, files in its
 // folder, pictures inside the text, and files that the user put in.
@@ -83,7 +84,7 @@ protected:
 private:
     void SetUp();
     void InstallAgent();
-    void LoadFinished(bool succeeded);
+    void LoadingChanged(const QWebEngineLoadingInfo& info);
     void RendererGone();
     void Queue(const QJsonObject& message);
     void DeliverMessages();

@@ -4,8 +4,11 @@
 #include "platform/widgets/QtText.h"
 
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QFocusEvent>
 #include <QMenu>
+
+#include <unistd.h>
 
 void TBrowserControl::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu;
@@ -19,6 +22,14 @@ void TBrowserControl::contextMenuEvent(QContextMenuEvent* event) {
             menu.addAction(pageAction(action));
     }
     menu.exec(event->globalPos());
+}
+
+// The engine would end the whole program when it finds itself run by root inside its
+// sandbox, and crash when two drawing contexts cannot be shared.
+void PrepareEngine() {
+    if (geteuid() == 0 && !qEnvironmentVariableIsSet("QTWEBENGINE_DISABLE_SANDBOX"))
+        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
 }
 
 TWebBrowser::TWebBrowser(TWinControl& parent, const std::string& name)

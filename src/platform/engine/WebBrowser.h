@@ -16,6 +16,9 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 };
 
+// To be called once before the first browser control.
+void PrepareEngine();
+
 class TWebBrowser : public QObject, public IWebBrowser {
 public:
     // The parent owns the control that is made in it. Raises EOleSysError when the

@@ -192,6 +192,8 @@
         setDesignMode(_, mode) {
             document.designMode = mode;
             document.execCommand('styleWithCSS', false, false);
+            // Without a caret the first keys would go nowhere.
+            if (mode === 'on' && document.getSelection().rangeCount === 0) select(currentRange());
         },
         designMode: () => (document.designMode === 'on' ? 'On' : 'Off'),
         initNew() {

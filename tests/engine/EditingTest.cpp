@@ -1,0 +1,188 @@
+#include "EngineFixture.h"
+
+#include "contracts/Exceptions.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class EngineEditing : public TEngineFixture {
+protected:
+    static THtmlValue Text(const char16_t* text) { return std::u16string(text); }
+};
+
+TEST_F(EngineEditing, TypingChangesTheDocumentAndMakesItDirty) {
+    Edit("<p>old</p>");
+    EXPECT_FALSE(Dirty());
+    Type("new ");
+    ASSERT_TRUE(WaitUntil([this] { return Dirty(); }));
+    EXPECT_THAT(Html(), HasSubstr("new"));
+}
+
+TEST_F(EngineEditing, ReadOnlyDocumentTakesNoTyping) {
+    Load("<p>old</p>");
+    FBrowser.SetFocus();
+    Type("new");
+    EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "Off");
+    EXPECT_THAT(Html(), Not(HasSubstr("new")));
+    EXPECT_THROW(TextRange()->pasteHTML(u"x"), EOleSysError);
+    EXPECT_FALSE(Dirty());
+}
+
+TEST_F(EngineEditing, DirtyStateIsSetAndClearedByCommand) {
+    Edit("<p>old</p>");
+    const auto target = Document<IOleCommandTarget>();
+    EXPECT_EQ(target->Exec(hcSetDirty, hoDefault, true), hsOk);
+    EXPECT_TRUE(Dirty());
+    Type("x");
+    EXPECT_EQ(target->Exec(hcSetDirty, hoDefault, false), hsOk);
+    EXPECT_FALSE(Dirty());
+    // What was typed before the clearing must not come late and set it again.
+    QCoreApplication::processEvents();
+    Html();
+    EXPECT_FALSE(Dirty());
+    Type("y");
+    EXPECT_TRUE(WaitUntil([this] { return Dirty(); }));
+}
+
+struct TFormatRow {
+    const char* Name;
+    THtmlValue Value;
+    THtmlValue Shown;
+    const char* Html;
+};
+
+class EngineFormats : public TEngineFixture, public testing::WithParamInterface<TFormatRow> {};
+
+TEST_P(EngineFormats, AreWrittenAndReadBack) {
+    Edit("<p>text</p>");
+    SelectAll();
+    const TFormatRow& row = GetParam();
+    EXPECT_TRUE(TextRange()->execCommand(row.Name, false, row.Value));
+    EXPECT_EQ(TextRange()->queryCommandValue(row.Name), row.Shown);
+    EXPECT_THAT(Html(), HasSubstr(row.Html));
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, EngineFormats,
+                         testing::Values(TFormatRow{"Bold", true, true, "<b>text</b>"},
+                                         TFormatRow{"Italic", true, true, "<i>text</i>"},
+                                         TFormatRow{"Underline", true, true, "<u>text</u>"},
+                                         TFormatRow{"FontName", u"Courier New", u"Courier New",
+                                                    "face=\"Courier New\""},
+                                         TFormatRow{"FontSize", 5, 5, "size=\"5\""},
+                                         TFormatRow{"ForeColor", 0x0201FF, 0x0201FF, "color=\"#ff0102\""},
+                                         TFormatRow{"JustifyCenter", true, true, "center"},
+                                         TFormatRow{"JustifyRight", true, true, "right"}),
+                         [](const auto& row) { return row.param.Name; });
+
+TEST_F(EngineEditing, ListsToggleAndTellTheirState) {
+    Edit("<p>text</p>");
+    SelectAll();
+    const auto target = Document<IOleCommandTarget>();
+    std::uint32_t flags = 0;
+    EXPECT_EQ(target->QueryStatus(hcNumberedList, flags), hsOk);
+    EXPECT_EQ(flags, hfEnabled);
+    EXPECT_EQ(target->Exec(hcNumberedList, hoDontPromptUser, {}), hsOk);
+    EXPECT_EQ(target->QueryStatus(hcNumberedList, flags), hsOk);
+    EXPECT_EQ(flags, hfEnabled | hfLatched);
+    EXPECT_EQ(target->QueryStatus(hcBulletList, flags), hsOk);
+    EXPECT_EQ(flags, hfEnabled);
+    EXPECT_EQ(target->Exec(hcNumberedList, hoDontPromptUser, {}), hsOk);
+    EXPECT_THAT(Html(), Not(HasSubstr("<ol>")));
+    EXPECT_NE(target->QueryStatus(1, flags), hsOk);
+    EXPECT_EQ(flags, 0u);
+}
+
+TEST_F(EngineEditing, PastedHtmlReplacesTheSelectionAndCanBeTakenBack) {
+    Edit("<p>old</p>");
+    SelectAll();
+    TextRange()->pasteHTML(u"a<img src=\"pic.png\" border=\"0\" new=\"true\">b");
+    EXPECT_THAT(Html(), HasSubstr("new=\"true\""));
+    EXPECT_THAT(Html(), Not(HasSubstr("old")));
+    EXPECT_TRUE(WaitUntil([this] { return Dirty(); }));
+    static_cast<TBrowserControl&>(FBrowser.Control()).page()->triggerAction(QWebEnginePage::Undo);
+    EXPECT_TRUE(WaitUntil([this] { return Html().find("old") != std::string::npos; }));
+}
+
+TEST_F(EngineEditing, ClickOnPictureOrTableBorderSelectsTheControl) {
+    struct TRow {
+        int X, Y;
+        const char* Type;
+        const char16_t* Tag;
+    };
+    const char* page =
+        "<body style='margin:0'><img style='display:block' width=100 height=50 src='data:image/"
+        "gif;base64,R0lGODlhAQABAAAAACw='>"
+        "<table border=20 width=200 height=100><tr><td>cell</td></tr></table></body>";
+    for (const TRow& row :
+         {TRow{50, 25, "Control", u"IMG"}, TRow{5, 90, "Control", u"TABLE"}, TRow{60, 105, "None", u"TD"}}) {
+        Edit(page);
+        Click(row.X, row.Y);
+        const auto selection = Document<IHTMLDocument2>()->get_selection();
+        EXPECT_TRUE(WaitUntil([&] { return selection->get_type() == row.Type && KeyTarget().hasFocus(); }))
+            << selection->get_type();
+        const auto range = selection->createRange();
+        const auto control = std::dynamic_pointer_cast<IHTMLControlRange>(range);
+        ASSERT_EQ(control != nullptr, std::string(row.Type) == "Control");
+        const auto element = control ? control->commonParentElement()
+                                     : std::dynamic_pointer_cast<IHTMLTxtRange>(range)->parentElement();
+        EXPECT_EQ(element->get_tagName(), row.Tag);
+        EXPECT_EQ(std::dynamic_pointer_cast<IHTMLTable>(element) != nullptr,
+                  std::u16string_view(row.Tag) == u"TABLE");
+    }
+}
+
+TEST_F(EngineEditing, WordUnderThePointIsFoundAcrossMarkUp) {
+    Edit("<body style='margin:0;font:40px monospace'>alpha be<b>ta</b> gamma</body>");
+    std::vector<std::u16string> words;
+    for (int x = 1; x < 640; x += 4) {
+        const auto range = TextRange();
+        range->moveToPoint(x, 25);
+        range->moveStart("word", -1);
+        range->moveEnd("word", 1);
+        const std::u16string word = QString::fromStdU16String(range->get_text()).trimmed().toStdU16String();
+        if (words.empty() || words.back() != word) words.push_back(word);
+    }
+    std::erase(words, u"");
+    EXPECT_THAT(words, ElementsAre(u"alpha", u"beta", u"gamma"));
+    const auto beside = TextRange();
+    beside->moveToPoint(20, 300);
+    beside->moveStart("word", -1);
+    beside->moveEnd("word", 1);
+    EXPECT_EQ(beside->get_text(), u"");
+}
+
+TEST_F(EngineEditing, TableIsBuiltOutsideTheDocument) {
+    Edit("<p>text</p>");
+    const auto element = Document<IHTMLDocument2>()->createElement("TABLE");
+    element->get_style()->setAttribute(u"BORDER-COLLAPSE", u"collapse", 0);
+    const auto table = std::dynamic_pointer_cast<IHTMLTable>(element);
+    ASSERT_NE(table, nullptr);
+    table->put_borderColor(u"black");
+    for (int row = 0; row < 2; ++row)
+        table->insertRow(row)->insertCell(0)->put_width(u"50%");
+    table->put_border(1);
+    const std::string html = QString::fromStdU16String(element->get_outerHTML()).toStdString();
+    for (const char* part : {"border-collapse: collapse", "bordercolor=\"black\"", "border=\"1\"",
+                             "<tr><td width=\"50%\"></td></tr><tr><td width=\"50%\"></td></tr>"})
+        EXPECT_THAT(html, HasSubstr(part));
+    EXPECT_EQ(element->getAttribute(u"border"), THtmlValue(1));
+    EXPECT_EQ(element->getAttribute(u"width"), THtmlValue());
+    EXPECT_EQ(element->get_children()->get_length(), 1);
+    EXPECT_EQ(element->get_children()->item(0)->get_tagName(), u"TBODY");
+    EXPECT_EQ(element->get_children()->item(1), nullptr);
+    EXPECT_THAT(Html(), Not(HasSubstr("table")));
+}
+
+TEST_F(EngineEditing, FailedOperationRaisesWhatTheEngineSays) {
+    Edit("<p>text</p>");
+    EXPECT_THROW(Document<IHTMLDocument2>()->createElement("<"), EOleSysError);
+    const auto table =
+        std::dynamic_pointer_cast<IHTMLTable>(Document<IHTMLDocument2>()->createElement("TABLE"));
+    EXPECT_THROW(table->insertRow(5), EOleSysError);
+    EXPECT_THAT(Html(), HasSubstr("text"));
+}
+
+} // namespace

@@ -1,0 +1,112 @@
+#include "EngineFixture.h"
+
+#include "contracts/Exceptions.h"
+
+#include <QLineEdit>
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+
+class TListening : public IHTMLEditDesigner, public IHtmlEventSink {
+public:
+    THtmlStatus PreHandleEvent(std::int32_t, IHTMLEventObj& event) override {
+        Types.push_back(event.get_type());
+        if (OnEvent) OnEvent();
+        return hsFalse;
+    }
+    THtmlStatus Invoke(std::int32_t dispId, std::uint16_t, const TEventArguments&, THtmlValue&) override {
+        Focus.push_back(dispId == heOnFocus ? "focus" : dispId == heOnBlur ? "blur" : "?");
+        return hsOk;
+    }
+
+    std::vector<std::string> Types;
+    std::vector<std::string> Focus;
+    std::function<void()> OnEvent;
+};
+
+class EngineEvents : public TEngineFixture {
+protected:
+    TListening FListening;
+
+    IHTMLEditServices& Services() { return *Document<IHTMLDocument2>()->get_EditServices(); }
+};
+
+TEST_F(EngineEvents, DesignerSeesMouseAndKeys) {
+    Edit("<p>text</p>");
+    Services().AddDesigner(FListening);
+    QTest::mouseMove(&KeyTarget(), {30, 20});
+    QTest::mouseMove(&KeyTarget(), {60, 25});
+    Click(30, 20);
+    Type("x");
+    const auto saw = [this](const char* type) {
+        return WaitUntil([&] { return std::ranges::count(FListening.Types, type) > 0; });
+    };
+    EXPECT_TRUE(saw("mousemove"));
+    EXPECT_TRUE(saw("mouseup"));
+    EXPECT_TRUE(saw("keydown"));
+}
+
+TEST_F(EngineEvents, DesignerMayCallTheEngineAndTakeItselfAway) {
+    Edit("<p>text</p>");
+    Services().AddDesigner(FListening);
+    std::string html;
+    FListening.OnEvent = [&] {
+        html = Html();
+        Services().RemoveDesigner(FListening);
+    };
+    Type("xyz");
+    ASSERT_TRUE(WaitUntil([&] { return !html.empty(); }));
+    ASSERT_TRUE(WaitUntil([this] { return Html().find("xyz") != std::string::npos; }));
+    EXPECT_THAT(FListening.Types, ElementsAre("keydown"));
+    EXPECT_NE(Services().RemoveDesigner(FListening), hsOk);
+}
+
+TEST_F(EngineEvents, NoEventArrivesInTheMiddleOfACall) {
+    Edit("<p>text</p>");
+    Services().AddDesigner(FListening);
+    bool calling = false;
+    bool interrupted = false;
+    FListening.OnEvent = [&] { interrupted = interrupted || calling; };
+    Type("abcdef");
+    for (int call = 0; call < 200; ++call) {
+        calling = true;
+        Html();
+        calling = false;
+    }
+    EXPECT_FALSE(interrupted);
+    EXPECT_TRUE(WaitUntil([this] { return !FListening.Types.empty(); }));
+}
+
+TEST_F(EngineEvents, WindowTellsOfFocusUntilItIsLeft) {
+    auto* other = new QLineEdit(&FForm);
+    other->setGeometry(0, 400, 100, 30);
+    other->show();
+    Edit("<p>text</p>");
+    const auto window =
+        std::dynamic_pointer_cast<IConnectionPointContainer>(Document<IHTMLDocument2>()->get_parentWindow());
+    THtmlHandle<IConnectionPoint> point;
+    EXPECT_NE(window->FindConnectionPoint("{00000000-0000-0000-0000-000000000000}", point), hsOk);
+    ASSERT_EQ(window->FindConnectionPoint(HTMLWindowEventsId, point), hsOk);
+    std::uint32_t cookie = 0;
+    ASSERT_EQ(point->Advise(FListening, cookie), hsOk);
+    other->setFocus();
+    FBrowser.SetFocus();
+    EXPECT_THAT(FListening.Focus, ElementsAre("blur", "focus"));
+    EXPECT_EQ(point->Unadvise(cookie), hsOk);
+    EXPECT_NE(point->Unadvise(cookie), hsOk);
+    other->setFocus();
+    EXPECT_EQ(FListening.Focus.size(), 2u);
+}
+
+TEST_F(EngineEvents, FailingDesignerEndsInTheErrorBox) {
+    Edit("<p>text</p>");
+    Services().AddDesigner(FListening);
+    FListening.OnEvent = [] { throw Exception("no hint today"); };
+    Type("x");
+    EXPECT_TRUE(WaitUntil([this] { return !FDialogs.Errors().empty(); }));
+    EXPECT_THAT(FDialogs.Errors(), Contains("no hint today"));
+}
+
+} // namespace
