@@ -29,20 +29,30 @@ std::runtime_error Failure(const std::string& what, const std::string& name) {
 TActor::TActor(QWidget& window)
     : FWindow(window) {}
 
-QWidget* TActor::Lookup(const std::string& name) {
-    const QString wanted = FromUtf8(name);
-    if (FWindow.objectName() == wanted) return &FWindow;
-    if (auto* found = FWindow.findChild<QWidget*>(wanted)) return found;
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->objectName() == wanted) return window;
-        if (auto* found = window->findChild<QWidget*>(wanted)) return found;
+std::vector<QWidget*> TActor::All(const std::string& name) {
+    std::vector<QWidget*> found;
+    QWidgetList windows = QApplication::topLevelWidgets();
+    windows.prepend(&FWindow);
+    for (QWidget* window : windows) {
+        if (window->objectName() == FromUtf8(name)) found.push_back(window);
+        for (QWidget* widget : window->findChildren<QWidget*>(FromUtf8(name)))
+            found.push_back(widget);
     }
-    return nullptr;
+    return found;
+}
+
+QWidget* TActor::Lookup(const std::string& name) {
+    const std::vector<QWidget*> found = All(name);
+    return found.empty() ? nullptr : found.front();
+}
+
+void TActor::RaiseMissing(const std::string& name) {
+    throw Failure("there is no control of this name", name);
 }
 
 QWidget& TActor::Find(const std::string& name) {
     if (QWidget* found = Lookup(name)) return *found;
-    throw Failure("there is no control of this name", name);
+    RaiseMissing(name);
 }
 
 QWidget& TActor::Usable(const std::string& name) {

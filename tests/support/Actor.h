@@ -23,7 +23,12 @@ public:
     // The control of that object name; raises std::runtime_error naming it when there
     // is none. Hidden ones are found too.
     QWidget& Find(const std::string& name);
-    template<class T> T& Get(const std::string& name) { return dynamic_cast<T&>(Find(name)); }
+    // The first one of that name that is of the kind.
+    template<class T> T& Get(const std::string& name) {
+        for (QWidget* widget : All(name))
+            if (T* found = dynamic_cast<T*>(widget)) return *found;
+        RaiseMissing(name);
+    }
     bool Exists(const std::string& name) { return Lookup(name) != nullptr; }
 
     // Presses the left button in the middle of a button, check box or tool button.
@@ -54,7 +59,10 @@ public:
     static void Settle();
 
 private:
+    // Those below the actor's own window come first.
+    std::vector<QWidget*> All(const std::string& name);
     QWidget* Lookup(const std::string& name);
+    [[noreturn]] static void RaiseMissing(const std::string& name);
     static QPoint Middle(TTreeView& tree, TTreeNode& node);
     QWidget& Usable(const std::string& name);
 

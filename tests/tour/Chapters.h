@@ -8,3 +8,5 @@ class TTour;
 void TourConnect(TTour& tour);
 // Branches, numbers, types, requirements, tabs, baselines, views.
 void TourBrowse(TTour& tour);
+// Status, save, cancel, a refused lock, attributes, creation, moves, deletion, find.
+void TourEdit(TTour& tour);

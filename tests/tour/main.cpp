@@ -31,6 +31,7 @@ int main(int argc, char** argv) {
         TTour tour(folder);
         TourConnect(tour);
         TourBrowse(tour);
+        TourEdit(tour);
         tour.CloseStudio();
         std::printf("%d steps done; the pictures are in %s\n", tour.Steps(), folder.c_str());
         return 0;
