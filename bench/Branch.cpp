@@ -137,7 +137,8 @@ TLimits MeasureBranch() {
     TBareBranch bare(database, number);
     std::vector<TRow> rows;
     const double sql = MedianTime(9, [&] { rows = bare.Read(); });
-    if (rows.size() != static_cast<std::size_t>(branch->Count())) throw std::runtime_error("the bare reading found other rows");
+    if (rows.size() != static_cast<std::size_t>(branch->Count()))
+        throw std::runtime_error("the bare reading found other rows");
     const double qt = BareTree(rows);
     const std::string detail =
         std::to_string(ours) + " ms against " + std::to_string(sql) + " + " + std::to_string(qt) + " ms";

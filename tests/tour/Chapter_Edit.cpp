@@ -7,6 +7,7 @@
 #include "platform/widgets/tree/TreeView.h"
 
 #include <QLineEdit>
+#include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
 
@@ -121,8 +122,7 @@ void BeRefused(TTour& tour, TEditing& editing) {
 void EditAttributes(TTour& tour, TEditing& editing) {
     editing.Select({Comfort});
     tour.User().ChooseTab("pgcRequirement", "Market");
-    QWidget* page = tour.User().Find("pgcRequirement").findChild<QWidget*>("ctl_pgcRequirement_8");
-    TTour::Check(page != nullptr, "the first custom tab has another name");
+    const QWidget* page = tour.User().Get<QTabWidget>("pgcRequirement").currentWidget();
     auto* box = page->findChild<QCheckBox*>();
     auto* number = dynamic_cast<TMaskEdit*>(page->findChild<QLineEdit*>());
     auto* note = page->findChild<QPlainTextEdit*>();
