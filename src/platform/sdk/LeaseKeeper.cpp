@@ -80,9 +80,11 @@ void TLeaseKeeper::Work() {
 }
 
 TClock::time_point TLeaseKeeper::NextRenewal() const {
-    // After a failure sooner, so that a short break of the line costs no lock.
-    const auto lease = FLastTryFailed ? FLease / 10 : FLease / 3;
-    return FLastTry + (FLocks.empty() ? FSession / 3 : lease);
+    // After a failure sooner, so that a short break of the line costs no lock; but not
+    // without end, whatever lease a server grants.
+    constexpr TClock::duration shortest = std::chrono::milliseconds(50);
+    const TClock::duration lease = FLastTryFailed ? FLease / 10 : FLease / 3;
+    return FLastTry + std::max(FLocks.empty() ? FSession / 3 : lease, shortest);
 }
 
 } // namespace Sdk

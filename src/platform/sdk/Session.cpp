@@ -98,7 +98,9 @@ std::shared_ptr<const wire::Project> TSession::FindProject(std::int32_t id) {
 }
 
 std::shared_ptr<const wire::Project> TSession::FindProjectOfBaseline(std::int32_t baselineId) {
-    const auto projects = Projects();
+    auto projects = Projects();
+    // Somebody may have made it since.
+    if (!projects->FindByBaseline(baselineId)) projects = ReadProjects();
     return {projects, projects->FindByBaseline(baselineId)};
 }
 
