@@ -71,6 +71,24 @@ public:
         return items;
     }
 
+    // A request that is a stream.
+    template<class Item, class Reply>
+    Reply AskWithStream(std::string_view name,
+                        std::unique_ptr<grpc::ClientWriter<Item>> (TStub::*method)(grpc::ClientContext*,
+                                                                                   Reply*),
+                        const std::vector<Item>& items) {
+        Reply reply;
+        Run(name, true, [&](TStub& stub, grpc::ClientContext& context) {
+            reply.Clear();
+            const auto writer = (stub.*method)(&context, &reply);
+            for (const Item& item : items)
+                if (!writer->Write(item)) break;
+            writer->WritesDone();
+            return writer->Finish();
+        });
+        return reply;
+    }
+
     // The one call for another thread: the lease keeper's. Neither reconnects nor
     // raises nor is told to observers. StopRenewal, from any thread, ends the one
     // that is running and every later one.

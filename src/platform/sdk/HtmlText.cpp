@@ -1,10 +1,9 @@
 #include "platform/sdk/HtmlText.h"
 
+#include "platform/sdk/HtmlTags.h"
+
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <charconv>
-#include <optional>
 
 namespace Sdk {
 
@@ -14,158 +13,6 @@ constexpr std::string_view NoBreakSpace = "\u00A0";
 
 bool IsSpace(char letter) {
     return letter == ' ' || (letter >= '\t' && letter <= '\r');
-}
-
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    for (char& letter : lower)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    return lower;
-}
-
-struct TEntity {
-    std::string_view Name;
-    std::string_view Text;
-};
-
-constexpr std::array Entities = {
-    TEntity{"amp", "&"},    TEntity{"lt", "<"},        TEntity{"gt", ">"},     TEntity{"quot", "\""},
-    TEntity{"apos", "'"},   TEntity{"nbsp", "\u00A0"}, TEntity{"auml", "ä"},   TEntity{"ouml", "ö"},
-    TEntity{"uuml", "ü"},   TEntity{"Auml", "Ä"},      TEntity{"Ouml", "Ö"},   TEntity{"Uuml", "Ü"},
-    TEntity{"szlig", "ß"},  TEntity{"eacute", "é"},    TEntity{"egrave", "è"}, TEntity{"agrave", "à"},
-    TEntity{"ccedil", "ç"}, TEntity{"ntilde", "ñ"},    TEntity{"copy", "©"},   TEntity{"reg", "®"},
-    TEntity{"deg", "°"},    TEntity{"plusmn", "±"},    TEntity{"micro", "µ"},  TEntity{"middot", "·"},
-    TEntity{"times", "×"},  TEntity{"sect", "§"},      TEntity{"euro", "€"},   TEntity{"ndash", "–"},
-    TEntity{"mdash", "—"},  TEntity{"lsquo", "‘"},     TEntity{"rsquo", "’"},  TEntity{"ldquo", "“"},
-    TEntity{"rdquo", "”"},  TEntity{"bull", "•"},      TEntity{"hellip", "…"}, TEntity{"le", "≤"},
-    TEntity{"ge", "≥"},     TEntity{"ne", "≠"},        TEntity{"rarr", "→"},   TEntity{"larr", "←"},
-};
-
-std::string Utf8Of(char32_t code) {
-    const auto tail = [code](int shift) { return static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
-    if (code < 0x80) return {static_cast<char>(code)};
-    if (code < 0x800) return {static_cast<char>(0xC0 | (code >> 6)), tail(0)};
-    if (code < 0x10000) return {static_cast<char>(0xE0 | (code >> 12)), tail(6), tail(0)};
-    return {static_cast<char>(0xF0 | (code >> 18)), tail(12), tail(6), tail(0)};
-}
-
-// The text of a reference without its ampersand and semicolon.
-std::optional<std::string> Resolve(std::string_view name) {
-    if (!name.starts_with('#')) {
-        const auto* known = std::find_if(Entities.begin(), Entities.end(),
-                                         [name](const TEntity& entity) { return entity.Name == name; });
-        if (known == Entities.end()) return std::nullopt;
-        return std::string(known->Text);
-    }
-    name.remove_prefix(1);
-    const bool isHex = name.starts_with('x') || name.starts_with('X');
-    if (isHex) name.remove_prefix(1);
-    std::uint32_t code = 0;
-    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), code, isHex ? 16 : 10);
-    const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (error != std::errc() || end != name.data() + name.size()) return std::nullopt;
-    if (code == 0 || code > 0x10FFFF || isSurrogate) return std::nullopt;
-    return Utf8Of(code);
-}
-
-struct TTag {
-    std::string Name; // in lower case
-    bool IsEnd = false;
-    std::string_view Rest; // behind the name
-};
-
-// The length of the tag, comment or declaration at the start of the text, which is a
-// "<"; 0 when it is a plain character.
-std::size_t TagLength(std::string_view text) {
-    if (text.starts_with("<!--")) {
-        const std::size_t end = text.find("-->", 4);
-        return end == std::string_view::npos ? text.size() : end + 3;
-    }
-    if (text.size() < 2) return 0;
-    const char first = text[1];
-    if (first != '/' && first != '!' && first != '?' && !std::isalpha(static_cast<unsigned char>(first)))
-        return 0;
-    char quote = 0;
-    for (std::size_t i = 1; i < text.size(); ++i) {
-        if (quote != 0) {
-            if (text[i] == quote) quote = 0;
-        } else if (text[i] == '"' || text[i] == '\'') {
-            quote = text[i];
-        } else if (text[i] == '>') {
-            return i + 1;
-        }
-    }
-    return text.size();
-}
-
-TTag ParseTag(std::string_view tag) {
-    TTag parsed;
-    std::size_t start = 1;
-    if (tag.size() > 1 && tag[1] == '/') {
-        parsed.IsEnd = true;
-        start = 2;
-    }
-    std::size_t end = start;
-    while (end < tag.size() && !IsSpace(tag[end]) && tag[end] != '>' && tag[end] != '/')
-        ++end;
-    parsed.Name = Lower(tag.substr(start, end - start));
-    parsed.Rest = tag.substr(end);
-    if (parsed.Rest.ends_with('>')) parsed.Rest.remove_suffix(1);
-    return parsed;
-}
-
-// Calls `onText` and `onTag` for the pieces in their order.
-void Walk(std::string_view html, const std::function<void(std::string_view)>& onText,
-          const std::function<void(const TTag&)>& onTag) {
-    std::size_t textStart = 0;
-    std::size_t i = 0;
-    while (i < html.size()) {
-        const std::size_t length = html[i] == '<' ? TagLength(html.substr(i)) : 0;
-        if (length == 0) {
-            ++i;
-            continue;
-        }
-        if (i > textStart) onText(html.substr(textStart, i - textStart));
-        onTag(ParseTag(html.substr(i, length)));
-        i += length;
-        textStart = i;
-    }
-    if (i > textStart) onText(html.substr(textStart));
-}
-
-std::string_view TakeUntil(std::string_view& text, const std::function<bool(char)>& ends) {
-    std::size_t length = 0;
-    while (length < text.size() && !ends(text[length]))
-        ++length;
-    const std::string_view taken = text.substr(0, length);
-    text.remove_prefix(length);
-    return taken;
-}
-
-void SkipSpaces(std::string_view& text) {
-    TakeUntil(text, [](char letter) { return !IsSpace(letter); });
-}
-
-// One attribute from the front of what is behind a tag's name; false at the end.
-bool TakeAttribute(std::string_view& rest, std::string& name, std::string& value) {
-    TakeUntil(rest, [](char letter) { return !IsSpace(letter) && letter != '/'; });
-    if (rest.empty()) return false;
-    name =
-        Lower(TakeUntil(rest, [](char letter) { return IsSpace(letter) || letter == '=' || letter == '/'; }));
-    value.clear();
-    SkipSpaces(rest);
-    if (!rest.starts_with('=')) return true;
-    rest.remove_prefix(1);
-    SkipSpaces(rest);
-    const char quote = rest.empty() ? 0 : rest.front();
-    if (quote != '"' && quote != '\'') {
-        value = DecodeCharacterReferences(TakeUntil(rest, IsSpace));
-        return true;
-    }
-    rest.remove_prefix(1);
-    value = DecodeCharacterReferences(TakeUntil(rest, [quote](char letter) { return letter == quote; }));
-    if (!rest.empty()) rest.remove_prefix(1);
-    return true;
 }
 
 bool IsBlock(const std::string& name) {
@@ -194,7 +41,7 @@ public:
         }
     }
 
-    void Tag(const TTag& tag) {
+    void Tag(const THtmlTag& tag) {
         if (IsInvisible(tag.Name)) FInvisible = std::max(0, FInvisible + (tag.IsEnd ? -1 : 1));
         if (tag.Name == "br" && FInvisible == 0) {
             FText += "\r\n";
@@ -267,45 +114,10 @@ std::string PlainTextToHtml(std::string_view text) {
 
 std::string HtmlToPlainText(std::string_view html) {
     TTextWriter writer;
-    Walk(
-        html, [&](std::string_view text) { writer.Text(text); }, [&](const TTag& tag) { writer.Tag(tag); });
+    WalkHtml(
+        html, [&](std::string_view text) { writer.Text(text); },
+        [&](const THtmlTag& tag) { writer.Tag(tag); });
     return writer.Result();
-}
-
-std::string DecodeCharacterReferences(std::string_view text) {
-    constexpr std::size_t longest = 12;
-    std::string decoded;
-    for (std::size_t i = 0; i < text.size();) {
-        const std::size_t end = text[i] == '&' ? text.find(';', i) : std::string_view::npos;
-        if (end != std::string_view::npos && end - i <= longest) {
-            if (const auto character = Resolve(text.substr(i + 1, end - i - 1))) {
-                decoded += *character;
-                i = end + 1;
-                continue;
-            }
-        }
-        decoded += text[i++];
-    }
-    return decoded;
-}
-
-std::vector<std::string> AttributesOf(std::string_view html, std::string_view element,
-                                      std::string_view attribute) {
-    std::vector<std::string> values;
-    const auto onTag = [&](const TTag& tag) {
-        if (tag.IsEnd || tag.Name != element) return;
-        std::string_view rest = tag.Rest;
-        std::string name;
-        std::string value;
-        while (TakeAttribute(rest, name, value)) {
-            if (name != attribute) continue;
-            values.push_back(value);
-            return;
-        }
-    };
-    Walk(
-        html, [](std::string_view) {}, onTag);
-    return values;
 }
 
 } // namespace Sdk

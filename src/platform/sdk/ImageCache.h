@@ -22,11 +22,16 @@ public:
     // the failure of a lost connection.
     void Fetch(TConnection& connection, const std::string& hash) const;
 
+    // The description with every picture that is marked as new sent to the server and
+    // named by its hash: a round trip each. Raises when a file cannot be read.
+    std::string StoreNew(TConnection& connection, const std::string& html) const;
+
     // Each the inverse of the other, of a whole description.
     std::string ToShown(const std::string& html) const;
     std::string ToStored(const std::string& html) const;
 
 private:
+    std::string Store(TConnection& connection, const std::string& path) const;
     std::string Prefix() const;
 
     const std::filesystem::path FFolder;

@@ -47,6 +47,9 @@ void TSession::Save(TRequirementState& requirement, const std::string& comment) 
         requirement.IsNew = false;
         return;
     }
+    if (requirement.Changes.has_description())
+        requirement.Changes.set_description(
+            FImages.StoreNew(Connection(), requirement.Changes.description()));
     const bool lockedForThis = requirement.IsNew && !HoldsLock(id);
     if (lockedForThis) Lock(id);
     wire::SaveRequirementRequest request = requirement.WrittenChanges();

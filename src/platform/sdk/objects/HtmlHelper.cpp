@@ -1,3 +1,4 @@
+#include "platform/sdk/HtmlTags.h"
 #include "platform/sdk/HtmlText.h"
 #include "platform/sdk/objects/Make.h"
 

@@ -1,4 +1,4 @@
-#include "platform/sdk/HtmlText.h"
+#include "platform/sdk/HtmlTags.h"
 #include "platform/sdk/ImageCache.h"
 #include "platform/sdk/objects/Make.h"
 
