@@ -204,6 +204,31 @@ TEST_F(TContent, ImagesOfADescriptionAreFetchedOnceAndShownFromTheirFiles) {
     EXPECT_EQ(LogOn(u"ben")->getLatestRequirement(FSample.Deep)->Get_Description()->Get_Text(), html);
 }
 
+TEST_F(TContent, ANewImageGoesToTheServerWithTheSave) {
+    WriteFile(FFolder.Path() / "new one.PNG", "new picture");
+    FRequirement->lock();
+    const std::string path = FFolder.File("new one.PNG");
+    FRequirement->Get_Description()->Set_Text(
+        Wide("<p><img src=\"" + path + "\" border=0 new=\"true\"></p>"));
+    FRequirement->save();
+    const std::u16string html = FRequirement->Get_Description()->Get_Text();
+    std::filesystem::remove(path);
+    const auto other = LogOn(u"ben");
+    EXPECT_EQ(other->getLatestRequirement(FSample.Stop)->Get_Description()->Get_Text(), html);
+    EXPECT_EQ(other->Get_ImageManager()->cacheImages(html), 1);
+    const std::string text = Utf8(html);
+    const std::size_t start = text.find("src=\"file://") + 12;
+    EXPECT_EQ(ReadFile(text.substr(start, text.find('"', start) - start)), "new picture");
+}
+
+TEST_F(TContent, ANewImageThatCannotBeReadFailsTheSaveAndKeepsWhatWasWritten) {
+    FRequirement->lock();
+    FRequirement->Get_Description()->Set_Text(u"<p><img src=\"/missing.png\" new=\"true\"></p>");
+    EXPECT_THAT(FailureOf([&] { FRequirement->save(); }), HasSubstr("/missing.png"));
+    EXPECT_EQ(SeenByOthers()->Get_Description()->Get_Text(), u"<p>Stop</p>");
+    EXPECT_EQ(FRequirement->Get_Description()->Get_Text(), u"<p><img src=\"/missing.png\" new=\"true\"></p>");
+}
+
 TEST_F(TContent, TheHtmlHelperWorksWithoutAServer) {
     FServer->Stop();
     const auto helper = CoHTMLHelperFactory::Create()->Create1();

@@ -1,6 +1,9 @@
 #include "sdk/SdkTest.h"
 
+#include <chrono>
+#include <condition_variable>
 #include <functional>
+#include <mutex>
 
 #include <gmock/gmock.h>
 
@@ -184,26 +187,78 @@ TEST_F(TFailure, TheTraceNamesOperationsAndRoundTripsAndNoValues) {
 
 namespace {
 
-class TSlowRenewals : public TSdkTest {
+// A server whose clock stands until the test moves it.
+class TLeases : public TSdkTest {
 protected:
-    TSlowRenewals() {
-        FOptions.LeaseSeconds = 60;
-        FOptions.Clock = [this] { return FNow.load(); };
+    ~TLeases() override { FServer->Stop(); } // it asks this clock
+
+    void StartWithLease(int seconds) {
+        FOptions.LeaseSeconds = seconds;
+        FOptions.Clock = [this] { return Now(); };
         Restart();
     }
 
-    std::atomic<Backend::Instant> FNow{1'800'000'000'000'000};
+    void Advance(int milliseconds) {
+        const std::lock_guard guard(FMutex);
+        FNow += milliseconds * 1000;
+    }
+
+    // Waits until somebody, a renewal, has asked the clock again.
+    bool IsAskedAgain() {
+        std::unique_lock guard(FMutex);
+        const int before = FQuestions;
+        return FAsked.wait_for(guard, std::chrono::seconds(20), [&] { return FQuestions > before; });
+    }
+
+private:
+    Backend::Instant Now() {
+        const std::lock_guard guard(FMutex);
+        ++FQuestions;
+        FAsked.notify_all();
+        return FNow;
+    }
+
+    std::mutex FMutex;
+    std::condition_variable FAsked;
+    int FQuestions = 0;
+    Backend::Instant FNow = 1'800'000'000'000'000;
 };
 
 } // namespace
 
-TEST_F(TSlowRenewals, ALockThatTheServerHasLetLapseCanBeTakenByOthers) {
+TEST_F(TLeases, AHeldLockIsRenewedWithoutTheCallersHelp) {
+    StartWithLease(1);
+    const auto session = LogOn();
+    session->getLatestRequirement(FSample.Stop)->lock();
+    const auto other = LogOn(u"ben")->getLatestRequirement(FSample.Stop);
+    for (int step = 0; step < 3; ++step) {
+        Advance(700);
+        ASSERT_TRUE(IsAskedAgain());
+    }
+    EXPECT_THAT(FailureOf([&] { other->lock(); }), HasSubstr("ObjectLockedException"));
+}
+
+TEST_F(TLeases, ALockThatTheServerHasLetLapseCanBeTakenByOthers) {
+    StartWithLease(60);
     const auto session = LogOn();
     const auto requirement = session->getLatestRequirement(FSample.Stop);
     requirement->lock();
     requirement->Set_Name(u"Halt");
-    FNow += 61'000'000;
+    Advance(61'000);
     LogOn(u"ben")->getLatestRequirement(FSample.Stop)->lock();
     EXPECT_THAT(FailureOf([&] { requirement->save(); }), HasSubstr("Object is not locked by current user"));
     EXPECT_EQ(requirement->Get_Name(), u"Halt");
+}
+
+TEST_F(TLeases, ALapsedLockOnALostConnectionIsToldOnceAndIsGone) {
+    StartWithLease(0);
+    const auto session = LogOn();
+    const auto requirement = session->getLatestRequirement(FSample.Stop);
+    requirement->lock();
+    FServer->Stop();
+    EXPECT_THAT(FailureOf([&] { requirement->Get_LockedByCurrentUser(); }),
+                HasSubstr("Quorane.SERVER_ERROR"));
+    FCalls.Clear();
+    EXPECT_EQ(requirement->Get_LockedByCurrentUser(), WordFalse);
+    EXPECT_EQ(FCalls.RoundTrips(), 0);
 }

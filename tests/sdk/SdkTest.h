@@ -9,7 +9,6 @@
 #include "server/Quorane_TLB.h"
 #include "support/TempFolder.h"
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
