@@ -35,6 +35,7 @@ TLogon LogonOnly(const std::string& program, const std::string& database) {
 
 void MeasureLogonOnly(const std::string& database) {
     TPanelStage stage(database);
+    Sdk::RemoveCallObserver(stage.Server->Calls);
     stage.LogOn("local", "admin", "admin");
     const double milliseconds = MedianTime(
         9, [&] { stage.LogOn("local", "admin", "admin"); }, [&] { stage.Panel().actLogoff->Execute(); });
