@@ -77,7 +77,7 @@ TEST_F(TRequirement, WhatIsWrittenReachesTheServerWithTheSaveAlone) {
     EXPECT_EQ(saved->Get_Name(), u"Halt");
     EXPECT_EQ(saved->Get_Validation(), u"Press the button");
     EXPECT_EQ(saved->Get_Description()->Get_Text(), u"<p>Halts</p>");
-    EXPECT_EQ(saved->Get_Owner()->Get_UserName(), u"ben");
+    EXPECT_EQ(saved->Get_Owner()->Get_UserName(), u"Ben Ortega");
 }
 
 TEST_F(TRequirement, WhileItIsLockedHereEveryHandleShowsWhatWasWritten) {

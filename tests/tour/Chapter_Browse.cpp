@@ -61,6 +61,7 @@ void ShowDetails(TTour& tour, TTourServer& server) {
                       Quorane_TLB::VarToStr(requirement->Get_Status()->Get_SelectedValue()), "status");
     TTour::CheckEqual(tour.Text("cbxRequirementPriority"),
                       Quorane_TLB::VarToStr(requirement->Get_Priority()->Get_SelectedValue()), "priority");
+    TTour::CheckEqual(tour.Text("cbxRequirementOwner"), Utf8(requirement->Get_Owner()->Get_Name()), "owner");
 }
 
 void ShowType(TTour& tour) {

@@ -17,9 +17,11 @@ public:
         return MakeIdentity<IUserID>(FUser->id());
     }
 
+    // The text under which lists show the user, so that a caller finds the owner in a
+    // list of users; the name for the logon is nobody's business but its owner's.
     std::u16string Get_UserName() override {
         const TCall call("IUser.Get_UserName");
-        return Wide(FUser->user_name());
+        return Wide(FUser->name());
     }
 
 protected:
