@@ -56,6 +56,18 @@ TEST(ImageList, TheIndexesWithAMeaningShowTheirDrawing) {
     EXPECT_TRUE(states.Icon(99).isNull());
 }
 
+TEST(ImageList, ADrawingKeepsItsShapeInAPlaceThatIsNotSquare) {
+    QImage image(16, 32, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    NamedIcon("check-empty").paint(&painter, image.rect());
+    painter.end();
+    for (int x = 0; x < 16; ++x) {
+        EXPECT_EQ(qAlpha(image.pixel(x, 4)), 0);
+        EXPECT_EQ(qAlpha(image.pixel(x, 28)), 0);
+    }
+}
+
 TEST(ImageList, TheMaskColourOfAPictureIsTransparent) {
     TBitmap bitmap(16, 16);
     const TColor mask = TColor::Rgb(255, 0, 255);

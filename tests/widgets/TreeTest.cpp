@@ -216,7 +216,7 @@ TEST_F(Tree, TheStateImageHasAHitAreaOfItsOwn) {
     EXPECT_EQ(Trv.GetHitTestInfoAt(row.Left + 5, y), TTreeHit::OnStateIcon);
     EXPECT_EQ(Trv.GetHitTestInfoAt(row.Left + 25, y), TTreeHit::OnIcon);
     EXPECT_EQ(Trv.GetHitTestInfoAt(row.Left + 45, y), TTreeHit::OnLabel);
-    EXPECT_EQ(Trv.GetHitTestInfoAt(row.Left + row.Width - 1, y), TTreeHit::OnLabel);
+    EXPECT_EQ(Trv.GetHitTestInfoAt(row.Left + row.Width - 1, y), TTreeHit::OnRight);
     EXPECT_EQ(Trv.GetHitTestInfoAt(row.Left + 5, row.Top + 300), TTreeHit::Nowhere);
 }
 

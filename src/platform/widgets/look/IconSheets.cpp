@@ -1,5 +1,6 @@
 #include "platform/widgets/look/IconSheets.h"
 
+#include <algorithm>
 #include <map>
 
 #include <QFile>
@@ -90,6 +91,11 @@ public:
         painter->drawPixmap(rect, scaledPixmap(rect.size() * scale, mode, state, scale));
     }
 
+    QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override {
+        const int side = std::min(size.width(), size.height());
+        return QSize(side, side);
+    }
+
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
         return scaledPixmap(size, mode, state, 1);
     }
@@ -138,7 +144,11 @@ void PaintIcon(QPainter& painter, const std::string& iconName, const QRect& plac
                const TIconColors& colors) {
     QSvgRenderer renderer(Colored(iconName, colors));
     painter.setRenderHint(QPainter::Antialiasing);
-    renderer.render(&painter, place);
+    // Drawings are square; a place that is not keeps its margins empty.
+    const int side = std::min(place.width(), place.height());
+    QRectF square(0, 0, side, side);
+    square.moveCenter(QRectF(place).center());
+    renderer.render(&painter, square);
 }
 
 void PaintPicture(QPainter& painter, const std::string& name, const QRect& place, const TIconColors& colors) {

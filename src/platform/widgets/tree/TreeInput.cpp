@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -251,7 +252,9 @@ void TTreeView::scrollContentsBy(int dx, int dy) {
     PlaceEditor();
 }
 
+// A row without columns reaches to the right edge, and so does its selection.
 void TTreeView::resizeEvent(QResizeEvent* event) {
     QTreeView::resizeEvent(event);
+    if (isHeaderHidden()) header()->setMinimumSectionSize(viewport()->width());
     PlaceEditor();
 }
