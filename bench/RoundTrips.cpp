@@ -2,7 +2,10 @@
 // has been used before.
 #include "Limits.h"
 
+#include "frames/UDetailsFrame.h"
+#include "platform/widgets/Actions.h"
 #include "platform/widgets/Containers.h"
+#include "platform/widgets/Edits.h"
 #include "platform/widgets/tree/TreeView.h"
 #include "support/PanelStage.h"
 
@@ -38,6 +41,22 @@ TTreeNode& FirstType(TPanelStage& stage) {
     return *node;
 }
 
+// The requirement on show gets another name, key by key, and is saved.
+void CountEditing(TPanelStage& stage, TCounts& counts) {
+    auto& name = *stage.Panel().fraDetails->edtRequirementName;
+    const std::string text = name.Text();
+    counts.Count("first keystroke", 1, [&] { name.SetText(text + "a"); });
+    counts.Count("ten further keystrokes", 0, [&] {
+        for (int key = 0; key < 10; ++key)
+            name.SetText(name.Text() + "b");
+    });
+    counts.Count("idle, requirement locked", 0, [] {
+        for (int turn = 0; turn < 100; ++turn)
+            TActor::Settle();
+    });
+    counts.Count("save", 5, [&] { stage.Panel().actSave->Execute(); });
+}
+
 } // namespace
 
 TLimits MeasureRoundTrips() {
@@ -58,5 +77,6 @@ TLimits MeasureRoundTrips() {
         for (int turn = 0; turn < 100; ++turn)
             TActor::Settle();
     });
+    CountEditing(stage, counts);
     return counts.Limits();
 }
