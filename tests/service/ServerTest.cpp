@@ -75,6 +75,16 @@ TEST_F(ServerTest, TellsAtTheStartThatAFileCannotBeUsedAndCanBeStartedLater) {
     EXPECT_EQ(LoggedOn("ann").Read(Id("One")).name(), "One");
 }
 
+TEST_F(ServerTest, DoesNotMakeADatabaseThatNobodyCouldLogOnTo) {
+    ServerOptions options;
+    options.DatabasePath = FFolder.File("nowhere/quorane.db");
+    EmbeddedServer server(options);
+    EXPECT_THAT([&] { server.Start(); }, ThrowsMessage<StoreError>(AllOf(
+                                             HasSubstr("There is no requirements database"),
+                                             HasSubstr(options.DatabasePath), HasSubstr("quorane-admin"))));
+    EXPECT_FALSE(std::filesystem::exists(FFolder.File("nowhere")));
+}
+
 TEST_F(ServerTest, TwoServersShareOneFileAndItsLocks) {
     ServerOptions options;
     options.DatabasePath = FFolder.File("quorane.db");

@@ -11,8 +11,8 @@ constexpr std::size_t MaxIdle = 8;
 
 } // namespace
 
-Connection::Connection(const std::string& path, int numberBlock)
-    : Db(path)
+Connection::Connection(const std::string& path, int numberBlock, Database::Mode mode)
+    : Db(path, mode)
     , Numbers(Db, numberBlock)
     , Accounts(Db)
     , Projects(Db)
@@ -49,7 +49,7 @@ std::unique_ptr<Connection> ConnectionPool::Take() {
             return connection;
         }
     }
-    return std::make_unique<Connection>(FPath);
+    return std::make_unique<Connection>(FPath, 1, Database::Mode::OpenExisting);
 }
 
 void ConnectionPool::Give(std::unique_ptr<Connection> connection) {

@@ -21,7 +21,8 @@ struct Connection {
     // Opens the file and brings it to this release's tables. NumberBlock: how many
     // object numbers are drawn at once; more than one only where a single
     // transaction is the connection's whole life. Raises StoreError.
-    explicit Connection(const std::string& path, int numberBlock = 1);
+    explicit Connection(const std::string& path, int numberBlock = 1,
+                        Database::Mode mode = Database::Mode::OpenOrCreate);
 
     Database Db;
     NumberSequence Numbers;
@@ -38,6 +39,7 @@ struct Connection {
 
 class ConnectionPool {
 public:
+    // The database must exist.
     explicit ConnectionPool(std::string path)
         : FPath(std::move(path)) {}
 

@@ -39,10 +39,10 @@ public:
     // Stops.
     ~EmbeddedServer();
 
-    // Opens the database, makes it when there is none, and serves. Raises StoreError
-    // with a sentence for the user (corrupt, read-only, no database, written by a
-    // newer release, locked, disk full); the file is left as it was. Does nothing
-    // when it runs already.
+    // Opens the database and serves. Raises StoreError with a sentence for the user
+    // (missing, corrupt, read-only, no database, written by a newer release, locked,
+    // disk full); the file is left as it was. A missing one is not made: nobody could
+    // log on to it. Does nothing when it runs already.
     void Start();
     // Ends all calls and closes the database; channels then answer UNAVAILABLE.
     // Sessions and locks stay in the database: after the next Start they go on

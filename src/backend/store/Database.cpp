@@ -75,6 +75,10 @@ Database::Database(const std::string& path, Mode mode)
     // The library takes an empty or missing file for a new database, and reports a
     // text file only at the first read: that is found out before it touches it.
     std::error_code ignored;
+    if (mode == Mode::OpenExisting && !std::filesystem::exists(path, ignored))
+        throw StoreError(StoreError::Kind::Missing,
+                         "There is no requirements database " + path +
+                             ". Make one with \"quorane-admin create\", or name another file.");
     if (std::filesystem::exists(path, ignored) && std::filesystem::file_size(path, ignored) > 0) {
         std::ifstream file(path, std::ios::binary);
         std::string header(FileHeader.size(), '\0');

@@ -21,6 +21,7 @@ namespace Backend {
 class StoreError : public std::runtime_error {
 public:
     enum class Kind {
+        Missing,
         Corrupt,
         NotADatabase,
         NewerRelease,
