@@ -30,6 +30,9 @@ protected:
         Host.Show();
     }
 
+    // The requirement holds its values, and each of them knows the requirement.
+    ~AttributeControls() override { testing::Mock::VerifyAndClear(Requirement.get()); }
+
     // An attribute with a value in the requirement, when value is given.
     template<class TAttribute, class TValue>
     Handle<TAttribute> Attribute(const std::u16string& name,

@@ -47,6 +47,7 @@ TEST_F(TPanelPages, FromAnotherPageARequirementOpensItsDetails) {
 }
 
 TEST_F(TPanelPages, SelectingAfterALostSessionDoesNothing) {
+    Select(FilterReadings);
     Select(ZoneControl);
     QuoraneSession->Logout();
     Server->Calls.Clear();
