@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int Padding = 8;
-constexpr int TabsHeight = 220;
+constexpr int TabsHeight = 250;
 constexpr int ListColumnWidth = 240;
 
 TLabel& LabelFor(TWinControl& control, const std::string& name, const std::string& caption) {
