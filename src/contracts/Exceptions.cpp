@@ -12,3 +12,7 @@ EOleSysError::~EOleSysError() = default;
 EConvertError::EConvertError(const std::string& message)
     : Exception(message) {}
 EConvertError::~EConvertError() = default;
+
+EAbort::EAbort()
+    : Exception("Operation aborted") {}
+EAbort::~EAbort() = default;

@@ -35,3 +35,11 @@ public:
     explicit EConvertError(const std::string& message);
     ~EConvertError() override;
 };
+
+// Ends a handler without a message, because the user has been told already. The guard
+// of a handler lets it go no further.
+class EAbort : public Exception {
+public:
+    EAbort();
+    ~EAbort() override;
+};

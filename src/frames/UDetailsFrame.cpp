@@ -143,9 +143,7 @@ void TfraDetails::FillOwnerCombo() {
 
 void TfraDetails::edtRequirementNameChange() {
     ChangeRequirement([this] {
-        // Empty when the lock failed by a lost connection that has been restored since.
-        if (const Handle<IRequirement> requirement = GUIHelpers->CurrentRequirement)
-            requirement->Set_Name(RequiredText(edtRequirementName->Text()));
+        GUIHelpers->CurrentRequirement->Set_Name(RequiredText(edtRequirementName->Text()));
     });
 }
 

@@ -3,6 +3,8 @@
 // otherwise, so the arrow points from panel to frames only.
 #pragma once
 
+#include "contracts/Exceptions.h"
+
 #include <exception>
 #include <utility>
 
@@ -31,8 +33,9 @@ public:
 
     // Takes the server's edit lock on CurrentRequirement unless it is held already.
     // Every edit calls it before it writes. Raises when the lock is refused: nothing
-    // has been changed then, and the caller must not write. May re-enter the message
-    // loop when the connection is lost and gets restored.
+    // has been changed then, and the caller must not write. A connection that was lost
+    // and gets restored, which re-enters the message loop, raises EAbort: the
+    // requirement on show is then gone.
     virtual void LockCurrentRequirement() = 0;
 
     // Loads the description of CurrentRequirement into its view again.
@@ -95,6 +98,8 @@ extern TRequirementPanel* frmQuoraneMain;
 template<class TBody> void GuardServerCalls(TBody&& body) {
     try {
         std::forward<TBody>(body)();
+    } catch (const EAbort&) {
+        return;
     } catch (const std::exception& failure) {
         frmQuoraneMain->HandleSDKException(failure);
     }

@@ -75,7 +75,7 @@ void TfrmQuoraneMain::MakeActions() {
         {&Self::actSave, "actSave", "", SSaveHint, imSave, &Self::actSaveExecute, &Self::actCancelSaveUpdate},
         {&Self::actCancelSave, "actCancelSave", "", SCancelSaveHint, imCancelSave,
          &Self::actCancelSaveExecute, &Self::actCancelSaveUpdate},
-        {&Self::actUnlock, "actUnlock", STryToUnlock, "", imUnlock, &Self::actUnlockExecute,
+        {&Self::actUnlock, "actUnlock", STryToUnlock, "", NoImage, &Self::actUnlockExecute,
          &Self::actUnlockUpdate},
         {&Self::actLogoff, "actLogoff", "", SLogoffHint, imLogoff, &Self::actLogoffExecute, nullptr},
         {&Self::actRefresh, "actRefresh", "", SRefreshHint, imRefresh, &Self::actRefreshExecute, nullptr},

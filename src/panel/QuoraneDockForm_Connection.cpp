@@ -6,6 +6,7 @@
 #include "platform/widgets/Actions.h"
 #include "platform/widgets/Containers.h"
 #include "platform/widgets/Lists.h"
+#include "platform/widgets/tree/TreeView.h"
 #include "server/UListClearer.h"
 #include "server/UQuoraneLogonForm.h"
 #include "server/UQuoraneSession.h"
@@ -115,6 +116,7 @@ void TfrmQuoraneMain::RefreshAll() {
 
 void TfrmQuoraneMain::actRefreshExecute() {
     GuardServerCalls([this] {
+        trvRequirements->EndEdit(false);
         SaveCurrentRequirementIfNeeded();
         RefreshAll();
     });

@@ -32,12 +32,17 @@ void TfrmQuoraneMain::SaveCurrentRequirementIfNeeded() {
 }
 
 void TfrmQuoraneMain::actSaveExecute() {
-    GuardServerCalls([this] { SaveCurrentRequirement(); });
+    GuardServerCalls([this] {
+        // A name that is still being typed in the tree belongs to what is saved.
+        trvRequirements->EndEdit(false);
+        SaveCurrentRequirement();
+    });
 }
 
 void TfrmQuoraneMain::actCancelSaveExecute() {
     GuardServerCalls([this] {
         const TScopedFlag cancelling(FCancellingSave);
+        trvRequirements->EndEdit(true);
         FHelpers.UnlockCurrentRequirement();
         FHelpers.RefreshCurrentRequirement();
         ShowRequirementInfo(*trvRequirements->Selected());

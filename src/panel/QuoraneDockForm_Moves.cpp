@@ -29,11 +29,17 @@ void TfrmQuoraneMain::MoveRequirementDown(const Handle<IRequirementTreeNode>& no
 }
 
 void TfrmQuoraneMain::actMoveReqUpExecute() {
-    GuardServerCalls([this] { MoveRequirementUp(CurrentRequirementTreeNode()); });
+    GuardServerCalls([this] {
+        trvRequirements->EndEdit(false);
+        MoveRequirementUp(CurrentRequirementTreeNode());
+    });
 }
 
 void TfrmQuoraneMain::actMoveReqDownExecute() {
-    GuardServerCalls([this] { MoveRequirementDown(CurrentRequirementTreeNode()); });
+    GuardServerCalls([this] {
+        trvRequirements->EndEdit(false);
+        MoveRequirementDown(CurrentRequirementTreeNode());
+    });
 }
 
 bool TfrmQuoraneMain::trvRequirementsDragOver(TWinControl* source, TPoint point) {

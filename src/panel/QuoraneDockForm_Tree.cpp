@@ -12,10 +12,14 @@
 
 using namespace Quorane_TLB;
 
-void TfrmQuoraneMain::SelectBaseLine(const Handle<IBaseline>& baseline) {
+void TfrmQuoraneMain::SelectBaseLine(const Handle<IBaseline>& wanted) {
+    const Handle<IBaseline> baseline = wanted;
+    const Handle<ISession> session = CurrentSession().GetQuoraneSession();
     // A changed requirement of the baseline that goes is left as by a click elsewhere,
     // while its node and its baseline still stand.
     trvRequirements->SetSelected(nullptr);
+    // Its save may have met a lost connection; then all is filled anew already.
+    if (session != CurrentSession().GetQuoraneSession()) return;
     FHelpers.CurrentBaseline = baseline;
     TTreeNode& project = *trvRequirements->GetFirstNode();
     ClearTreeNodeChildren(project);

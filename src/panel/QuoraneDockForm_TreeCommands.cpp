@@ -147,19 +147,23 @@ void TfrmQuoraneMain::trvRequirementsEditing(TTreeNode& node, bool& allow) {
 void TfrmQuoraneMain::trvRequirementsEdited(const std::string& text) {
     GuardServerCalls([&] {
         if (text.empty()) throw Exception(SRequirementNameEmpty);
+        // The lock may be gone since the editor opened.
+        FHelpers.LockCurrentRequirement();
         fraDetails->edtRequirementName->SetText(text);
-        FHelpers.CurrentRequirement->Set_Name(Wide(text));
+        if (const Handle<IRequirement> requirement = FHelpers.CurrentRequirement)
+            requirement->Set_Name(Wide(text));
     });
 }
 
 void TfrmQuoraneMain::actDeleteReqExecute() {
     GuardServerCalls([this] {
+        trvRequirements->EndEdit(true);
         const std::string name = Utf8(CurrentRequirementName());
         const TMessageResult answer = Application().MessageBox(
             SDeleteQuestionStart + name + SDeleteQuestionMiddle + name + SDeleteQuestionEnd, SConfirmation,
             TMessageIcon::Question, TMessageButtons::YesNo, TMessageResult::No);
         if (answer != TMessageResult::Yes) return;
-        FHelpers.CurrentRequirement->remove();
+        Require(FHelpers.CurrentRequirement)->remove();
         // What is gone cannot be saved when the selection leaves it.
         FHelpers.CurrentRequirement = nullptr;
         TTreeNode& selected = *trvRequirements->Selected();

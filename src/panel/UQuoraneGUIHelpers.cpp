@@ -40,7 +40,8 @@ void TQuoraneGUIHelpers::SetSelectedNodeImage(int image) {
 }
 
 void TQuoraneGUIHelpers::LockCurrentRequirement() {
-    if (!CurrentRequirement) return;
+    // Its reading has failed, so there is nothing that an edit could go to.
+    if (!CurrentRequirement) throw EAbort();
     // Before the server is asked: an edit shows at once, also when the server is slow.
     SetSelectedNodeImage(imRequirementLocked);
     try {
@@ -50,6 +51,8 @@ void TQuoraneGUIHelpers::LockCurrentRequirement() {
         SetSelectedNodeImage(imRequirement);
         if (MeansLockedByAnother(failure.what())) throw Exception(SObjectLocked);
         frmQuoraneMain->HandleSDKException(failure);
+        // The session is a new one, and what the caller would write to belongs to the old.
+        throw EAbort();
     }
 }
 

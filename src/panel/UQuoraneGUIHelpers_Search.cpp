@@ -77,11 +77,19 @@ void TQuoraneGUIHelpers::SelectRequirementInTree(const Handle<ITreeNode>& node) 
         if (!viewNode) throw Exception(SRequirementNodeNotFound);
     }
     const TScopedFlag selecting(SelectingNode);
-    QuoranePanel()->pgcRequirement->SetActivePageIndex(rtDetails);
+    TfrmQuoraneMain& panel = *QuoranePanel();
+    panel.pgcRequirement->SetActivePageIndex(rtDetails);
+    if (viewNode->Selected()) {
+        // No selection moves, so nothing else fills the page that has just come up.
+        const TScopedFlag showing(ShowingRequirementInfo);
+        panel.ShowActivePageInfo();
+    }
     viewNode->SetSelected();
 }
 
 void TQuoraneGUIHelpers::SearchNodeById(std::int32_t id) {
+    // Who sees no project has no baseline on show.
+    if (!CurrentBaseline) return ShowRequirementNotFoundMessage();
     const Handle<IRequirementTreeNode> root = CurrentBaseline->Get_RequirementTree()->Get_Root();
     if (const Handle<IRequirementTreeNode> node = root->findByIDNumber(id))
         SelectRequirementInTree(node);

@@ -46,9 +46,13 @@ void TQuoraneGUIHelpers::PopulateChildren(TTreeNode& node) {
         if (!watch.Node()) return;
     }
     ClearTreeNodeChildren(node);
+    // The mark goes with the children; should the reading fail, it must be there for
+    // the next try.
+    node.SetHasChildren(true);
     const auto children = EnumerableStCollection(serverNode->Get_Children())->GetEnumerator();
     while (children->MoveNext())
         AddRequirementNode(node, Cast<IRequirementTreeNode>(children->GetCurrent()));
+    node.SetHasChildren(node.Count() > 0);
 }
 
 void TQuoraneGUIHelpers::AddRequirementNode(TTreeNode& parent, const Handle<IRequirementTreeNode>& node) {

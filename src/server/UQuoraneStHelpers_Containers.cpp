@@ -26,8 +26,8 @@ TRequirementTreeNodeContainer::TRequirementTreeNodeContainer(Handle<IRequirement
 TRequirementTreeNodeContainer::~TRequirementTreeNodeContainer() = default;
 
 Handle<IRequirement> TRequirementTreeNodeContainer::GetRequirement() const {
-    if (Node->Get_IsRequirement() == WordFalse) throw Exception(SNotARequirementNode);
-    if (Baseline->Get_Type() == Baseline->Get_TYPE_CURRENT())
+    if (Require(Node)->Get_IsRequirement() == WordFalse) throw Exception(SNotARequirementNode);
+    if (Require(Baseline)->Get_Type() == Baseline->Get_TYPE_CURRENT())
         return CurrentSession().FindLatestRequirement(Node->Get_ID()->Get_IDNumber());
     return CurrentSession().FindRequirement(Cast<IRequirementID>(Node->Get_ID()));
 }

@@ -93,7 +93,7 @@ TEST_F(TPanelTree, AFailedReadingIsToldOnceAndTheBranchCanBeOpenedAgain) {
     EXPECT_EQ(OnlyError(), "ServerException: out of order.");
     EXPECT_FALSE(Screen().HourglassShown());
     EXPECT_EQ(Firmware().Count(), 0);
-    Firmware().SetHasChildren(true);
+    EXPECT_TRUE(Firmware().HasChildren());
     Firmware().Collapse();
     Firmware().Expand(false);
     EXPECT_GT(Firmware().Count(), 0);

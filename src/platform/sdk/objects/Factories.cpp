@@ -40,6 +40,10 @@ public:
     Handle<IRequirement> Create2(const std::u16string& name, const Handle<IRequirement>& parent,
                                  std::int32_t position, const Handle<ISession>& session) override {
         const TCall call("IRequirementFactory.Create2");
+        const Handle<IBaseline> baseline = Require(parent)->Get_Baseline();
+        if (baseline->Get_Type() != baseline->Get_TYPE_CURRENT())
+            RaiseFailure("ReadOnlyBaselineException: Nothing can be created in the frozen baseline \"" +
+                         Utf8(baseline->Get_Name()) + "\".");
         wire::CreateRequirementRequest request;
         request.set_name(Utf8(name));
         request.set_parent_requirement_id(NumberOf(parent));

@@ -86,7 +86,15 @@ public:
 protected:
     std::string ReadName() override;
     void WriteName(const std::string& name) override { State().Changes.set_name(name); }
-    void Remove() override { FSession->RemoveRequirement(Number()); }
+    // The server removes from the current baseline alone; what another baseline holds
+    // stays, so a removal asked for there would hit what the caller does not see.
+    void Remove() override {
+        const auto project = FSession->FindProjectOfBaseline(BaselineId());
+        if (project && project->current_baseline_id() != BaselineId())
+            RaiseFailure("ReadOnlyBaselineException: The requirement \"" + ReadName() +
+                         "\" stands in a frozen baseline and cannot be removed there.");
+        FSession->RemoveRequirement(Number());
+    }
     void Save() override { SaveWith(std::string()); }
     void Lock() override { FSession->Lock(Shared()); }
     void Unlock() override { FSession->Unlock(Number()); }
