@@ -227,12 +227,12 @@ private:
 } // namespace
 
 TEST_F(TLeases, AHeldLockIsRenewedWithoutTheCallersHelp) {
-    StartWithLease(1);
+    StartWithLease(2);
     const auto session = LogOn();
     session->getLatestRequirement(FSample.Stop)->lock();
     const auto other = LogOn(u"ben")->getLatestRequirement(FSample.Stop);
-    for (int step = 0; step < 3; ++step) {
-        Advance(700);
+    for (int step = 0; step < 6; ++step) {
+        Advance(500);
         ASSERT_TRUE(IsAskedAgain());
     }
     EXPECT_THAT(FailureOf([&] { other->lock(); }), HasSubstr("ObjectLockedException"));
