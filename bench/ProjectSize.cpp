@@ -36,7 +36,7 @@ TLogon LogonOnly(const std::string& program, const std::string& database) {
 void MeasureLogonOnly(const std::string& database) {
     TPanelStage stage(database);
     Sdk::RemoveCallObserver(stage.Server->Calls);
-    stage.LogOn("local", "admin", "admin");
+    if (!stage.LogOn("local", "admin", "admin")) throw std::runtime_error("the logon was refused");
     const double milliseconds = MedianTime(
         9, [&] { stage.LogOn("local", "admin", "admin"); }, [&] { stage.Panel().actLogoff->Execute(); });
     std::printf("%f %f\n", milliseconds, PrivateMemory());

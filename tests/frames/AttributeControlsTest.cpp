@@ -252,8 +252,7 @@ TEST_F(AttributeControls, APictureIsReadPixelByPixelFromTheTopLeft) {
     const auto pixels = std::make_shared<TListCollection>();
     EXPECT_EQ(TQuoraneGUIHelpers::GenerateTempIcon(pixels), nullptr);
     for (std::int32_t pixel = 0; pixel < 16 * 16; ++pixel)
-        for (const std::int32_t level : {pixel, 256 + 7, 9})
-            pixels->Add(level);
+        pixels->Elements.insert(pixels->Elements.end(), {Variant(pixel), Variant(256 + 7), Variant(9)});
     const auto icon = TQuoraneGUIHelpers::GenerateTempIcon(pixels);
     EXPECT_EQ(icon->Pixel(0, 0), TColor::Rgb(0, 7, 9));
     EXPECT_EQ(icon->Pixel(3, 2), TColor::Rgb(35, 7, 9)) << "only the low 8 bits count";
