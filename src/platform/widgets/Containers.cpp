@@ -194,6 +194,10 @@ void TPageControl::UserChanged() {
     Fire(OnChange);
 }
 
+QWidget& TPageControl::ClientArea() {
+    return *findChild<QStackedWidget*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
 TTabSheet& TPageControl::Page(int index) const {
     return dynamic_cast<TTabSheet&>(*widget(index));
 }

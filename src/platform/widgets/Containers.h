@@ -133,6 +133,9 @@ public:
     // when the handler is through.
     void FreePage(int index);
 
+    // Its controls are the pages.
+    QWidget& ClientArea() override;
+
 private:
     friend class TTabSheet;
     class TProgramChange;
