@@ -82,6 +82,20 @@ TEST_F(TPanelEdit, ACancelLeavesNothingThatWasWritten) {
     EXPECT_EQ(NameOnServer(FNumber), "Zone control");
 }
 
+TEST_F(TPanelEdit, ACancelForgetsWhatTheClientHadKeptOfTheTree) {
+    const std::int32_t child = [this] {
+        Select(FilterReadings);
+        return SelectedNumber();
+    }();
+    TTreeNode& node = Select(ZoneControl);
+    node.Collapse();
+    RenameAs(ReadAs("ben", child), u"Renamed by Ben");
+    User->Type("edtRequirementName", "Z");
+    User->Click("btnCancelSave");
+    node.Expand(false);
+    EXPECT_EQ(node.GetFirstChild()->Text(), "Renamed by Ben");
+}
+
 TEST_F(TPanelEdit, LeavingAChangedRequirementSavesItWithoutAQuestion) {
     User->Type("edtRequirementName", "Zones");
     Select({FirmwareType, "Schedule"});
