@@ -29,14 +29,33 @@ wire::Requirement Client::Read(int id, int baseline) {
     return Call(&Stub::GetRequirement, request).requirement();
 }
 
-std::vector<wire::Node> Client::Children(int baseline, int node, bool withDescendants) {
+std::vector<wire::Node> Client::Children(int baseline, int node) {
     wire::GetChildrenRequest request;
     request.set_baseline_id(baseline);
     request.set_node_id(node);
-    request.set_with_descendants(withDescendants);
     std::vector<wire::Node> nodes;
     for (const wire::NodeBatch& batch : Stream(&Stub::GetChildren, request))
-        nodes.insert(nodes.end(), batch.nodes().begin(), batch.nodes().end());
+        for (int row = 0; row < batch.ids_size(); ++row) {
+            wire::Node& child = nodes.emplace_back();
+            child.set_id(batch.ids(row));
+            child.set_name(batch.names(row));
+            child.set_child_count(batch.child_counts(row));
+            child.set_has_unread_messages(batch.has_unread_messages(row));
+            child.set_user_is_interested(batch.user_is_interested(row));
+            child.set_serial_number(batch.serial_prefix() + std::to_string(child.id()));
+            child.set_hierarchical_number(batch.hierarchical_prefix() +
+                                          std::to_string(batch.first_position() + row));
+        }
+    return nodes;
+}
+
+std::vector<wire::Node> Client::Branch(int baseline, int node) {
+    std::vector<wire::Node> nodes;
+    for (const wire::Node& child : Children(baseline, node)) {
+        nodes.push_back(child);
+        const std::vector<wire::Node> below = Branch(baseline, child.id());
+        nodes.insert(nodes.end(), below.begin(), below.end());
+    }
     return nodes;
 }
 

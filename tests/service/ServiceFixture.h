@@ -64,7 +64,9 @@ public:
     // ---- what most tests need
 
     wire::Requirement Read(int id, int baseline = 0);
-    std::vector<wire::Node> Children(int baseline, int node, bool withDescendants = false);
+    std::vector<wire::Node> Children(int baseline, int node);
+    // All below it, each node before its own children.
+    std::vector<wire::Node> Branch(int baseline, int node);
     std::vector<std::string> ChildNames(int baseline, int node);
     std::vector<wire::Node> Path(int baseline, int id);
     void Lock(int id);

@@ -43,7 +43,7 @@ public:
     // Numbers, names and stored counts of the whole tree, as a user sees it.
     std::string Tree() {
         std::string text;
-        for (const wire::Node& node : FAnn.Children(FCurrent, FSrs, true)) {
+        for (const wire::Node& node : FAnn.Branch(FCurrent, FSrs)) {
             text += node.hierarchical_number() + " " + node.name() + "; ";
             EXPECT_EQ(static_cast<std::size_t>(node.child_count()),
                       FAnn.Children(FCurrent, node.id()).size());
@@ -165,7 +165,7 @@ TEST_F(TreeTest, ConcurrentCommandsLeaveASoundTree) {
     for (std::thread& thread : threads)
         thread.join();
     Tree();
-    EXPECT_EQ(FAnn.Children(FCurrent, FSrs, true).size(), 6U + 3 * 24);
+    EXPECT_EQ(FAnn.Branch(FCurrent, FSrs).size(), 6U + 3 * 24);
 }
 
 } // namespace

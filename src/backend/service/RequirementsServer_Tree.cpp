@@ -8,6 +8,26 @@ namespace {
 // Small enough that no batch comes near a message's limit.
 constexpr int BatchSize = 1000;
 
+void BeginBatch(const TreeNode& first, const std::string& prefix, int position, wire::NodeBatch& batch) {
+    batch.set_requirement_type_id(first.TypeId);
+    batch.set_serial_prefix(first.TypeTag);
+    batch.set_hierarchical_prefix(prefix);
+    batch.set_first_position(position);
+    batch.mutable_ids()->Reserve(BatchSize);
+    batch.mutable_names()->Reserve(BatchSize);
+    batch.mutable_child_counts()->Reserve(BatchSize);
+    batch.mutable_has_unread_messages()->Reserve(BatchSize);
+    batch.mutable_user_is_interested()->Reserve(BatchSize);
+}
+
+void AddToBatch(const TreeNode& node, wire::NodeBatch& batch) {
+    batch.add_ids(node.Id);
+    batch.add_names(node.Name);
+    batch.add_child_counts(node.ChildCount);
+    batch.add_has_unread_messages(node.Unread);
+    batch.add_user_is_interested(node.Interested);
+}
+
 } // namespace
 
 grpc::Status RequirementsServer::GetTree(Context* context, const wire::GetTreeRequest* request,
@@ -29,27 +49,18 @@ grpc::Status RequirementsServer::GetChildren(Context* context, const wire::GetCh
     // The batches are sent after the read has ended, so that a slow client holds no
     // transaction open.
     std::vector<wire::NodeBatch> batches;
-    const auto add = [&](const TreeNode& node) {
-        if (batches.empty() || batches.back().nodes_size() >= BatchSize)
-            batches.emplace_back().mutable_nodes()->Reserve(BatchSize);
-        ToWire(node, *batches.back().add_nodes());
-    };
     const Status status = Read(*context, [&](Connection& connection, const Caller& caller) {
-        const ObjectId baseline = VisibleBaseline(connection, caller, request->baseline_id()).Id;
-        TreeTable& trees = connection.Trees;
-        if (request->node_id() == baseline) {
-            for (const TreeNode& type : trees.TypeNodes(baseline)) {
-                add(type);
-                if (request->with_descendants())
-                    trees.VisitDescendants(baseline, type.Id, caller.UserId, add);
-            }
-            return;
-        }
-        NodeIn(connection, caller, baseline, request->node_id(), Role::Reader);
-        if (request->with_descendants())
-            trees.VisitDescendants(baseline, request->node_id(), caller.UserId, add);
-        else
-            trees.VisitChildren(baseline, request->node_id(), caller.UserId, add);
+        const TreePlace place =
+            NodeIn(connection, caller, request->baseline_id(), request->node_id(), Role::Reader);
+        const std::string prefix = connection.Trees.NumberPrefix(place);
+        connection.Trees.VisitChildren(
+            place.BaselineId, place.NodeId, caller.UserId, [&](const TreeNode& node) {
+                if (batches.empty() || batches.back().ids_size() >= BatchSize) {
+                    const int position = static_cast<int>(batches.size()) * BatchSize + 1;
+                    BeginBatch(node, prefix, position, batches.emplace_back());
+                }
+                AddToBatch(node, batches.back());
+            });
     });
     for (const wire::NodeBatch& batch : batches)
         if (!writer->Write(batch)) break;

@@ -165,7 +165,6 @@ void ToWire(const TreeNode& node, wire::Node& message) {
     message.set_serial_number(SerialNumber(node.TypeTag, node.Id));
     message.set_has_unread_messages(node.Unread);
     message.set_user_is_interested(node.Interested);
-    ToWire(node.Held, *message.mutable_version());
 }
 
 void ToWire(const DocumentReference& reference, wire::DocumentReference& message) {

@@ -14,20 +14,23 @@ TreePlace ToPlace(ObjectId baselineId, const Rows& rows) {
     return {baselineId, rows.Int(0), rows.Int64(1), rows.Int(2), rows.Int(3), rows.Int64(4), rows.Int(5)};
 }
 
-// Columns: node_id, parent_id, type_id, version_id, child_count, name, tag, major,
-// minor, unread, interested.
-TreeNode ToNode(const Rows& rows) {
-    TreeNode node;
+// Columns: node_id, parent_id, type_id, version_id, child_count, name, tag, unread,
+// interested. Texts go into the room that the node already has.
+void ReadNode(const Rows& rows, TreeNode& node) {
     node.Id = rows.Int(0);
     node.ParentId = rows.Int(1);
     node.TypeId = rows.Int(2);
     node.VersionId = rows.Int64(3);
     node.ChildCount = rows.Int(4);
-    node.Name = rows.Text(5);
-    node.TypeTag = rows.Text(6);
-    node.Held = {rows.Int(7), rows.Int(8)};
-    node.Unread = rows.Bool(9);
-    node.Interested = rows.Bool(10);
+    node.Name = rows.View(5);
+    node.TypeTag = rows.View(6);
+    node.Unread = rows.Bool(7);
+    node.Interested = rows.Bool(8);
+}
+
+TreeNode ToNode(const Rows& rows) {
+    TreeNode node;
+    ReadNode(rows, node);
     return node;
 }
 
@@ -44,8 +47,8 @@ std::optional<TreePlace> TreeTable::Find(ObjectId baselineId, ObjectId nodeId) {
 std::vector<TreeNode> TreeTable::TypeNodes(ObjectId baselineId) {
     std::vector<TreeNode> nodes;
     Rows rows =
-        FDatabase.Query("select n.node_id, n.parent_id, n.type_id, 0, n.child_count, t.name, t.tag, 1, 0, "
-                        "0, 0 from tree_node n join requirement_type t on t.id = n.node_id "
+        FDatabase.Query("select n.node_id, n.parent_id, n.type_id, 0, n.child_count, t.name, t.tag, 0, 0 "
+                        "from tree_node n join requirement_type t on t.id = n.node_id "
                         "where n.baseline_id = $1 and n.parent_id = $1 order by n.order_key",
                         baselineId);
     while (rows.Next())
@@ -54,14 +57,10 @@ std::vector<TreeNode> TreeTable::TypeNodes(ObjectId baselineId) {
 }
 
 void TreeTable::VisitChildren(ObjectId baselineId, ObjectId nodeId, ObjectId userId, const Visitor& visit) {
-    const std::optional<TreePlace> place = Find(baselineId, nodeId);
-    if (!place) return;
-    const std::string prefix = place->VersionId ? NumberOf(*place) + "." : std::string();
     // Most requirements have no discussion; the count spares them the look at what
     // the user has read.
     Rows rows = FDatabase.Query(
-        "select n.node_id, n.parent_id, n.type_id, n.version_id, n.child_count, v.name, t.tag, v.major, "
-        "v.minor, "
+        "select n.node_id, n.parent_id, n.type_id, n.version_id, n.child_count, v.name, t.tag, "
         "case when r.message_count = 0 then 0 else r.message_count > coalesce((select c.read_messages "
         "from read_count c where c.user_id = $3 and c.requirement_id = r.id), 0) end, "
         "exists (select 1 from interest i where i.user_id = $3 and i.requirement_id = n.node_id) "
@@ -69,24 +68,14 @@ void TreeTable::VisitChildren(ObjectId baselineId, ObjectId nodeId, ObjectId use
         "join requirement r on r.id = n.node_id join requirement_type t on t.id = n.type_id "
         "where n.baseline_id = $1 and n.parent_id = $2 order by n.order_key",
         baselineId, nodeId, userId);
-    int position = 0;
-    while (rows.Next()) {
-        TreeNode node = ToNode(rows);
-        node.Number = prefix + std::to_string(++position);
+    for (TreeNode node; rows.Next();) {
+        ReadNode(rows, node);
         visit(node);
     }
 }
 
-void TreeTable::VisitDescendants(ObjectId baselineId, ObjectId nodeId, ObjectId userId,
-                                 const Visitor& visit) {
-    // The rows are taken out before the walk goes down, so that one prepared
-    // statement serves every level.
-    std::vector<TreeNode> children;
-    VisitChildren(baselineId, nodeId, userId, [&](const TreeNode& child) { children.push_back(child); });
-    for (const TreeNode& child : children) {
-        visit(child);
-        if (child.ChildCount > 0) VisitDescendants(baselineId, child.Id, userId, visit);
-    }
+std::string TreeTable::NumberPrefix(const TreePlace& place) {
+    return place.VersionId ? NumberOf(place) + "." : std::string();
 }
 
 std::vector<TreeNode> TreeTable::PathTo(ObjectId baselineId, ObjectId nodeId, ObjectId userId) {
@@ -99,8 +88,8 @@ std::vector<TreeNode> TreeTable::PathTo(ObjectId baselineId, ObjectId nodeId, Ob
             break;
         }
         Rows rows = FDatabase.Query(
-            "select n.node_id, n.parent_id, n.type_id, n.version_id, n.child_count, v.name, t.tag, v.major, "
-            "v.minor, r.message_count > coalesce((select c.read_messages from read_count c "
+            "select n.node_id, n.parent_id, n.type_id, n.version_id, n.child_count, v.name, t.tag, "
+            "r.message_count > coalesce((select c.read_messages from read_count c "
             "where c.user_id = $3 and c.requirement_id = r.id), 0), "
             "exists (select 1 from interest i where i.user_id = $3 and i.requirement_id = n.node_id) "
             "from tree_node n join requirement_version v on v.id = n.version_id "

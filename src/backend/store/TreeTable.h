@@ -20,8 +20,7 @@ struct TreeNode {
     int ChildCount = 0;
     std::string Name;
     std::string TypeTag;
-    std::string Number; // "2.1.4", empty for a requirement type
-    Version Held;       // what the baseline holds
+    std::string Number; // "2.1.4", where the reading says so; empty for a requirement type
     bool Unread = false;
     bool Interested = false;
 
@@ -50,13 +49,14 @@ public:
 
     std::optional<TreePlace> Find(ObjectId baselineId, ObjectId nodeId);
     std::vector<TreeNode> TypeNodes(ObjectId baselineId);
-    // The children of a type's or a requirement's node in their order. The visitor
-    // may not write.
+    // The children of a type's or a requirement's node in their order, without their
+    // numbers. The visitor may not write.
     void VisitChildren(ObjectId baselineId, ObjectId nodeId, ObjectId userId, const Visitor& visit);
-    // All below it, each node before its own children.
-    void VisitDescendants(ObjectId baselineId, ObjectId nodeId, ObjectId userId, const Visitor& visit);
-    // The nodes from the requirement type's to the given one; empty when the
-    // baseline lacks it.
+    // What stands before the position in the numbers of its children: "2.1.", or
+    // nothing below a requirement type.
+    std::string NumberPrefix(const TreePlace& place);
+    // The nodes from the requirement type's to the given one, with numbers; empty when
+    // the baseline lacks it.
     std::vector<TreeNode> PathTo(ObjectId baselineId, ObjectId nodeId, ObjectId userId);
     int PositionOf(const TreePlace& place);
     // The requirements of a branch, the given one first.

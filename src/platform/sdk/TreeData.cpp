@@ -7,18 +7,52 @@
 
 namespace Sdk {
 
+namespace {
+
+TNodeFacts ToFacts(wire::Node& node) {
+    return {.Id = node.id(),
+            .Kind = node.kind(),
+            .RequirementTypeId = node.requirement_type_id(),
+            .ChildCount = node.child_count(),
+            .HasUnreadMessages = node.has_unread_messages(),
+            .UserIsInterested = node.user_is_interested(),
+            .Name = std::move(*node.mutable_name()),
+            .HierarchicalNumber = std::move(*node.mutable_hierarchical_number()),
+            .SerialNumber = std::move(*node.mutable_serial_number())};
+}
+
+// Raises when the columns are not of one length.
+void CheckColumns(const wire::NodeBatch& batch) {
+    const int count = batch.ids_size();
+    if (batch.names_size() != count || batch.child_counts_size() != count ||
+        batch.has_unread_messages_size() != count || batch.user_is_interested_size() != count)
+        RaiseFailure("RemoteServerException: The server's answer on a branch is damaged.");
+}
+
+// The node in one row of a batch, whose name goes with it.
+TNodeFacts TakeFacts(wire::NodeBatch& batch, int row) {
+    return {.Id = batch.ids(row),
+            .RequirementTypeId = batch.requirement_type_id(),
+            .ChildCount = batch.child_counts(row),
+            .HasUnreadMessages = batch.has_unread_messages(row),
+            .UserIsInterested = batch.user_is_interested(row),
+            .Name = std::move(*batch.mutable_names(row)),
+            .HierarchicalNumber =
+                batch.hierarchical_prefix() + std::to_string(batch.first_position() + row),
+            .SerialNumber = batch.serial_prefix() + std::to_string(batch.ids(row))};
+}
+
+} // namespace
+
 TTreeData::TTreeData(std::int32_t baselineId)
     : FBaselineId(baselineId) {
-    wire::Node root;
-    root.set_id(baselineId);
-    root.set_kind(wire::NODE_KIND_ROOT);
-    Put(std::move(root), None);
+    Put({.Id = baselineId, .Kind = wire::NODE_KIND_ROOT}, None);
 }
 
 const std::vector<int>& TTreeData::Children(TConnection& connection, int node) {
     TNode& wanted = FNodes[node];
     if (wanted.LoadedIn == FGeneration) return wanted.Children;
-    const bool isLeaf = wanted.SeenIn == FGeneration && wanted.Data.child_count() == 0 && node != Root;
+    const bool isLeaf = wanted.SeenIn == FGeneration && wanted.Facts.ChildCount == 0 && node != Root;
     if (isLeaf)
         SetChildren(node, {});
     else
@@ -34,7 +68,7 @@ int TTreeData::Find(TConnection& connection, int under, std::int32_t id) {
     int node = None;
     bool isWithin = false;
     for (wire::Node& step : *reply.mutable_path()) {
-        node = Put(std::move(step), node);
+        node = Put(ToFacts(step), node);
         isWithin = isWithin || node == under;
     }
     return isWithin ? node : None;
@@ -53,14 +87,14 @@ void TTreeData::MoveChild(TConnection& connection, int parent, std::int32_t chil
         child == FPlaces.end() ? children.end() : std::find(children.begin(), children.end(), child->second);
     if (place == children.end())
         RaiseFailure("IllegalArgumentException: The node to move is no child of the node \"" +
-                     Node(parent).name() + "\".");
+                     Node(parent).Name + "\".");
     children.erase(place);
     children.insert(children.begin() + position, child->second);
     FNodes[parent].Children = std::move(children);
 
     wire::MoveChildRequest request;
     request.set_baseline_id(FBaselineId);
-    request.set_parent_id(Node(parent).id());
+    request.set_parent_id(Node(parent).Id);
     request.set_child_id(childId);
     request.set_position(position);
     FUnsaved.push_back([this, parent, request](TConnection& server) {
@@ -72,7 +106,7 @@ void TTreeData::MoveChild(TConnection& connection, int parent, std::int32_t chil
 
 void TTreeData::AddChild(TConnection& connection, int parent, int child) {
     if (IsWithin(parent, child))
-        RaiseFailure("IllegalArgumentException: \"" + Node(child).name() + "\" cannot go under itself.");
+        RaiseFailure("IllegalArgumentException: \"" + Node(child).Name + "\" cannot go under itself.");
     const int before = Parent(child);
     if (before == None) RaiseFailure("IllegalArgumentException: The root of a tree cannot move.");
     std::vector<int> left = Children(connection, before);
@@ -85,8 +119,8 @@ void TTreeData::AddChild(TConnection& connection, int parent, int child) {
 
     wire::AddChildRequest request;
     request.set_baseline_id(FBaselineId);
-    request.set_parent_id(Node(parent).id());
-    request.set_child_id(Node(child).id());
+    request.set_parent_id(Node(parent).Id);
+    request.set_child_id(Node(child).Id);
     FUnsaved.push_back([this, before, parent, child, request](TConnection& server) {
         for (const int changed : {before, parent, child})
             Unload(changed);
@@ -106,14 +140,14 @@ void TTreeData::Save(TConnection& connection) {
     }
 }
 
-int TTreeData::Put(wire::Node&& data, int parent) {
-    const auto [entry, isNew] = FPlaces.try_emplace(data.id(), static_cast<int>(FNodes.size()));
+int TTreeData::Put(TNodeFacts facts, int parent) {
+    const auto [entry, isNew] = FPlaces.try_emplace(facts.Id, static_cast<int>(FNodes.size()));
     if (isNew) FNodes.emplace_back();
     TNode& node = FNodes[entry->second];
-    node.Data = std::move(data);
+    node.Facts = std::move(facts);
     node.Parent = parent;
     node.SeenIn = FGeneration;
-    if (entry->second == Root && !node.Data.name().empty()) FRootIsKnown = true;
+    if (entry->second == Root && !node.Facts.Name.empty()) FRootIsKnown = true;
     return entry->second;
 }
 
@@ -121,12 +155,15 @@ void TTreeData::Load(TConnection& connection, int node) {
     if (node == Root) return LoadRoot(connection);
     wire::GetChildrenRequest request;
     request.set_baseline_id(FBaselineId);
-    request.set_node_id(Node(node).id());
+    request.set_node_id(Node(node).Id);
     auto batches = connection.AskStream("GetChildren", &TConnection::TStub::GetChildren, request);
     std::vector<int> children;
-    for (wire::NodeBatch& batch : batches)
-        for (wire::Node& child : *batch.mutable_nodes())
-            children.push_back(Put(std::move(child), node));
+    for (wire::NodeBatch& batch : batches) {
+        CheckColumns(batch);
+        children.reserve(children.size() + static_cast<std::size_t>(batch.ids_size()));
+        for (int row = 0; row < batch.ids_size(); ++row)
+            children.push_back(Put(TakeFacts(batch, row), node));
+    }
     SetChildren(node, std::move(children));
 }
 
@@ -134,16 +171,16 @@ void TTreeData::LoadRoot(TConnection& connection) {
     wire::GetTreeRequest request;
     request.set_baseline_id(FBaselineId);
     auto reply = connection.Ask("GetTree", &TConnection::TStub::GetTree, request);
-    Put(std::move(*reply.mutable_root()), None);
+    Put(ToFacts(*reply.mutable_root()), None);
     FRootIsKnown = true;
     std::vector<int> children;
     for (wire::Node& child : *reply.mutable_requirement_types())
-        children.push_back(Put(std::move(child), Root));
+        children.push_back(Put(ToFacts(child), Root));
     SetChildren(Root, std::move(children));
 }
 
 void TTreeData::SetChildren(int node, std::vector<int> children) {
-    FNodes[node].Data.set_child_count(static_cast<std::int32_t>(children.size()));
+    FNodes[node].Facts.ChildCount = static_cast<std::int32_t>(children.size());
     FNodes[node].Children = std::move(children);
     FNodes[node].LoadedIn = FGeneration;
 }

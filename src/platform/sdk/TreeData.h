@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <memory>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -17,6 +17,19 @@ namespace Sdk {
 namespace wire = ::quorane::wire;
 
 class TConnection;
+
+// What the server tells of a node.
+struct TNodeFacts {
+    std::int32_t Id = 0;
+    wire::NodeKind Kind = wire::NODE_KIND_REQUIREMENT;
+    std::int32_t RequirementTypeId = 0;
+    std::int32_t ChildCount = 0;
+    bool HasUnreadMessages = false;
+    bool UserIsInterested = false;
+    std::string Name;
+    std::string HierarchicalNumber;
+    std::string SerialNumber;
+};
 
 class TTreeData {
 public:
@@ -28,7 +41,7 @@ public:
     std::int32_t BaselineId() const { return FBaselineId; }
 
     // Node numbers are places in this tree, given by the operations here.
-    const wire::Node& Node(int node) const { return FNodes[node].Data; }
+    const TNodeFacts& Node(int node) const { return FNodes[node].Facts; }
     int Parent(int node) const { return FNodes[node].Parent; }
     // What the root is called and how many children it has comes with them.
     bool RootIsKnown() const { return FRootIsKnown; }
@@ -53,14 +66,14 @@ public:
 
 private:
     struct TNode {
-        wire::Node Data;
+        TNodeFacts Facts;
         int Parent = None;
         int SeenIn = 0; // generations, see below
         int LoadedIn = 0;
         std::vector<int> Children;
     };
 
-    int Put(wire::Node&& data, int parent);
+    int Put(TNodeFacts facts, int parent);
     void Load(TConnection& connection, int node);
     void LoadRoot(TConnection& connection);
     void SetChildren(int node, std::vector<int> children);

@@ -38,7 +38,7 @@ public:
     WordBool Get_UserIsInterested() override;
 
 private:
-    const wire::Node& Data() const;
+    const TNodeFacts& Facts() const;
     const std::vector<int>& Children() const { return FTree->Data->Children(FTree->Connection(), FNode); }
     std::shared_ptr<TTreeNode> Other(int node) const { return std::make_shared<TTreeNode>(FTree, node); }
 
@@ -77,7 +77,7 @@ const TTreeNode& OwnNode(const Handle<ITreeNode>& node) {
 
 // The root is there before anything is read; what it tells of itself comes with the
 // types' nodes.
-const wire::Node& TTreeNode::Data() const {
+const TNodeFacts& TTreeNode::Facts() const {
     if (FNode == TTreeData::Root && !FTree->Data->RootIsKnown()) Children();
     return FTree->Data->Node(FNode);
 }
@@ -91,10 +91,10 @@ Handle<ITreeNode> TTreeNode::getChild(std::int32_t index) {
 
 std::int32_t TTreeNode::indexOf(const Handle<ITreeNode>& child) {
     const TCall call("ITreeNode.indexOf");
-    const std::int32_t id = OwnNode(child).Data().id();
+    const std::int32_t id = OwnNode(child).Facts().Id;
     const std::vector<int>& children = Children();
     for (std::size_t i = 0; i < children.size(); ++i)
-        if (FTree->Data->Node(children[i]).id() == id) return static_cast<std::int32_t>(i);
+        if (FTree->Data->Node(children[i]).Id == id) return static_cast<std::int32_t>(i);
     return -1;
 }
 
@@ -106,20 +106,20 @@ Handle<IRequirementTreeNode> TTreeNode::findByIDNumber(std::int32_t idNumber) {
 
 Handle<IQuoraneObjectID> TTreeNode::Get_ID() {
     const TCall call("ITreeNode.Get_ID");
-    const wire::Node& data = FTree->Data->Node(FNode);
-    switch (data.kind()) {
+    const TNodeFacts& facts = FTree->Data->Node(FNode);
+    switch (facts.Kind) {
     case wire::NODE_KIND_REQUIREMENT:
-        return std::make_shared<TRequirementIdentity>(data.id(), FTree->Data->BaselineId());
+        return std::make_shared<TRequirementIdentity>(facts.Id, FTree->Data->BaselineId());
     case wire::NODE_KIND_REQUIREMENT_TYPE:
-        return MakeIdentity<IRequirementTypeID>(data.id());
+        return MakeIdentity<IRequirementTypeID>(facts.Id);
     default:
-        return MakeIdentity<IBaselineID>(data.id());
+        return MakeIdentity<IBaselineID>(facts.Id);
     }
 }
 
 std::int32_t TTreeNode::Get_ChildCount() {
     const TCall call("ITreeNode.Get_ChildCount");
-    return Data().child_count();
+    return Facts().ChildCount;
 }
 
 Handle<IStCollection> TTreeNode::Get_Children() {
@@ -134,12 +134,12 @@ Handle<IStCollection> TTreeNode::Get_Children() {
 
 std::u16string TTreeNode::Get_HierarchicalNumber() {
     const TCall call("ITreeNode.Get_HierarchicalNumber");
-    return Wide(Data().hierarchical_number());
+    return Wide(Facts().HierarchicalNumber);
 }
 
 std::u16string TTreeNode::Get_Name() {
     const TCall call("ITreeNode.Get_Name");
-    return Wide(Data().name());
+    return Wide(Facts().Name);
 }
 
 Handle<ITreeNode> TTreeNode::Get_Parent() {
@@ -150,7 +150,7 @@ Handle<ITreeNode> TTreeNode::Get_Parent() {
 
 WordBool TTreeNode::Get_IsRequirement() {
     const TCall call("ITreeNode.Get_IsRequirement");
-    return ToWordBool(FTree->Data->Node(FNode).kind() == wire::NODE_KIND_REQUIREMENT);
+    return ToWordBool(FTree->Data->Node(FNode).Kind == wire::NODE_KIND_REQUIREMENT);
 }
 
 Handle<ITree> TTreeNode::Get_Tree() {
@@ -160,17 +160,17 @@ Handle<ITree> TTreeNode::Get_Tree() {
 
 Handle<IQuoraneObjectID> TTreeNode::Get_RequirementTypeID() {
     const TCall call("ITreeNode.Get_RequirementTypeID");
-    return MakeIdentity<IRequirementTypeID>(Data().requirement_type_id());
+    return MakeIdentity<IRequirementTypeID>(Facts().RequirementTypeId);
 }
 
 std::u16string TTreeNode::Get_SerialNumber() {
     const TCall call("ITreeNode.Get_SerialNumber");
-    return Wide(Data().serial_number());
+    return Wide(Facts().SerialNumber);
 }
 
 void TTreeNode::moveChild(const Handle<ITreeNode>& child, std::int32_t position) {
     const TCall call("ITreeNode.moveChild");
-    FTree->Data->MoveChild(FTree->Connection(), FNode, OwnNode(child).Data().id(), position);
+    FTree->Data->MoveChild(FTree->Connection(), FNode, OwnNode(child).Facts().Id, position);
 }
 
 void TTreeNode::addChild(const Handle<IRequirementTreeNode>& child) {
@@ -183,12 +183,12 @@ void TTreeNode::addChild(const Handle<IRequirementTreeNode>& child) {
 
 WordBool TTreeNode::Get_HasUnreadMessages() {
     const TCall call("IRequirementTreeNode.Get_HasUnreadMessages");
-    return ToWordBool(Data().has_unread_messages());
+    return ToWordBool(Facts().HasUnreadMessages);
 }
 
 WordBool TTreeNode::Get_UserIsInterested() {
     const TCall call("IRequirementTreeNode.Get_UserIsInterested");
-    return ToWordBool(Data().user_is_interested());
+    return ToWordBool(Facts().UserIsInterested);
 }
 
 } // namespace
