@@ -22,7 +22,7 @@ namespace {
 constexpr int ChildCount = 10'000;
 
 struct TRow {
-    std::int64_t Fields[8] = {};
+    std::int64_t Fields[7] = {};
     std::string Name;
     std::string Tag;
 };
@@ -35,9 +35,11 @@ public:
         if (sqlite3_open_v2(path.c_str(), &FDatabase, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK)
             throw std::runtime_error("cannot open " + path);
         const char* sql =
-            "select n.node_id, n.parent_id, n.type_id, n.version_id, n.child_count, v.major, v.minor, "
+            "select n.node_id, n.parent_id, n.type_id, n.version_id, n.child_count, "
             "case when r.message_count = 0 then 0 else r.message_count > coalesce((select c.read_messages "
-            "from read_count c where c.user_id = 1 and c.requirement_id = r.id), 0) end, v.name, t.tag "
+            "from read_count c where c.user_id = 1 and c.requirement_id = r.id), 0) end, "
+            "exists (select 1 from interest i where i.user_id = 1 and i.requirement_id = n.node_id), "
+            "v.name, t.tag "
             "from tree_node n join requirement_version v on v.id = n.version_id "
             "join requirement r on r.id = n.node_id join requirement_type t on t.id = n.type_id "
             "where n.baseline_id = (select baseline_id from tree_node where node_id = ?1) "
@@ -57,10 +59,10 @@ public:
         std::vector<TRow> rows;
         while (sqlite3_step(FStatement) == SQLITE_ROW) {
             TRow row;
-            for (int field = 0; field < 8; ++field)
+            for (int field = 0; field < 7; ++field)
                 row.Fields[field] = sqlite3_column_int64(FStatement, field);
-            row.Name = reinterpret_cast<const char*>(sqlite3_column_text(FStatement, 8));
-            row.Tag = reinterpret_cast<const char*>(sqlite3_column_text(FStatement, 9));
+            row.Name = reinterpret_cast<const char*>(sqlite3_column_text(FStatement, 7));
+            row.Tag = reinterpret_cast<const char*>(sqlite3_column_text(FStatement, 8));
             rows.push_back(std::move(row));
         }
         sqlite3_reset(FStatement);
@@ -72,36 +74,43 @@ private:
     sqlite3_stmt* FStatement = nullptr;
 };
 
-double BareTree(const std::vector<TRow>& rows) {
-    QPixmap picture(16, 16);
-    picture.fill(Qt::gray);
-    const QIcon icon(picture);
-    QTreeWidget tree;
-    tree.setUniformRowHeights(true);
-    tree.resize(400, 700);
-    tree.show();
-    QTreeWidgetItem* parent = nullptr;
-    return MedianTime(
-        9,
-        [&] {
-            QList<QTreeWidgetItem*> items;
-            items.reserve(static_cast<int>(rows.size()));
-            for (const TRow& row : rows) {
-                auto* item = new QTreeWidgetItem;
-                item->setText(0, QString::fromStdString(row.Name));
-                item->setIcon(0, icon);
-                items.append(item);
-            }
-            parent->addChildren(items);
-            parent->setExpanded(true);
-            QApplication::processEvents();
-        },
-        [&] {
-            tree.clear();
-            parent = new QTreeWidgetItem(&tree);
-            QApplication::processEvents();
-        });
-}
+// A bare Qt tree that takes a branch with text and icon.
+class TBareTree {
+public:
+    TBareTree() {
+        QPixmap picture(16, 16);
+        picture.fill(Qt::gray);
+        FIcon = QIcon(picture);
+        FTree.setUniformRowHeights(true);
+        FTree.resize(400, 700);
+        FTree.show();
+    }
+
+    void Empty() {
+        FTree.clear();
+        FParent = new QTreeWidgetItem(&FTree);
+        QApplication::processEvents();
+    }
+
+    void Fill(const std::vector<TRow>& rows) {
+        QList<QTreeWidgetItem*> items;
+        items.reserve(static_cast<int>(rows.size()));
+        for (const TRow& row : rows) {
+            auto* item = new QTreeWidgetItem;
+            item->setText(0, QString::fromStdString(row.Name));
+            item->setIcon(0, FIcon);
+            items.append(item);
+        }
+        FParent->addChildren(items);
+        FParent->setExpanded(true);
+        QApplication::processEvents();
+    }
+
+private:
+    QTreeWidget FTree;
+    QTreeWidgetItem* FParent = nullptr;
+    QIcon FIcon;
+};
 
 } // namespace
 
@@ -117,32 +126,32 @@ TLimits MeasureBranch() {
     Sdk::RemoveCallObserver(stage.Server->Calls);
     const auto baseline = stage.Helpers().CurrentBaseline;
     TTreeNode* branch = nullptr;
-    const double ours = MedianTime(
-        9,
-        [&] {
-            branch->Expand(false);
-            QApplication::processEvents();
-        },
-        // Nothing of the tree is known to the client before each opening.
-        [&] {
-            baseline->Get_RequirementTree()->Get_Manager()->Get_Cache()->clear();
-            stage.Panel().SelectBaseLine(baseline);
-            TTreeNode& type = *tree.GetFirstNode()->GetFirstChild();
-            type.Expand(false);
-            branch = type.GetFirstChild();
-            QApplication::processEvents();
-        });
-    if (branch->Count() < ChildCount) throw std::runtime_error("the branch is not whole");
-
-    const std::int64_t number =
-        branch->DataAs<TRequirementTreeNodeContainer>()->Node->Get_ID()->Get_IDNumber();
-    TBareBranch bare(database, number);
+    // Nothing of the tree is known to the client before each opening.
+    const auto forget = [&] {
+        baseline->Get_RequirementTree()->Get_Manager()->Get_Cache()->clear();
+        stage.Panel().SelectBaseLine(baseline);
+        TTreeNode& type = *tree.GetFirstNode()->GetFirstChild();
+        type.Expand(false);
+        branch = type.GetFirstChild();
+        QApplication::processEvents();
+    };
+    const auto open = [&] {
+        branch->Expand(false);
+        QApplication::processEvents();
+    };
+    forget();
+    TBareBranch bareBranch(
+        database, branch->DataAs<TRequirementTreeNodeContainer>()->Node->Get_ID()->Get_IDNumber());
+    TBareTree bareTree;
     std::vector<TRow> rows;
-    const double sql = MedianTime(9, [&] { rows = bare.Read(); });
+    const TComparison times =
+        CompareTimes(9, {open, forget},
+                     {{[&] { rows = bareBranch.Read(); }, [&] { rows.clear(); }},
+                      {[&] { bareTree.Fill(rows); }, [&] { bareTree.Empty(); }}});
+    if (branch->Count() < ChildCount) throw std::runtime_error("the branch is not whole");
     if (rows.size() != static_cast<std::size_t>(branch->Count()))
         throw std::runtime_error("the bare reading found other rows");
-    const double qt = BareTree(rows);
     const std::string detail =
-        std::to_string(ours) + " ms against " + std::to_string(sql) + " + " + std::to_string(qt) + " ms";
-    return {{"branch of 10,000 against bare SQL and Qt", 2.5, ours / (sql + qt), "x", detail}};
+        std::to_string(times.Ours) + " ms against " + std::to_string(times.Bare) + " ms";
+    return {{"branch of 10,000 against bare SQL and Qt", 2.5, times.Ratio, "x", detail}};
 }

@@ -25,6 +25,23 @@ double Median(std::vector<double> values);
 // does not count. Prepare runs before each one and is not timed.
 double MedianTime(int runs, const std::function<void()>& work, const std::function<void()>& prepare = {});
 
+// Something to time, and what must be done before each time without being timed.
+struct TTimedWork {
+    std::function<void()> Work;
+    std::function<void()> Prepare = {};
+};
+
+struct TComparison {
+    double Ratio; // the median of the ratios
+    double Ours;  // medians in milliseconds
+    double Bare;
+};
+
+// How many times as long our work takes as all bare works together. They take turns,
+// so that a machine that others use slows both sides of each ratio. A first round
+// does not count.
+TComparison CompareTimes(int runs, const TTimedWork& ours, const std::vector<TTimedWork>& bare);
+
 // Resident memory that belongs to this process alone, in MB.
 double PrivateMemory();
 

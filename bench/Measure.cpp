@@ -13,17 +13,42 @@ double Median(std::vector<double> values) {
     return *middle;
 }
 
+namespace {
+
+double Milliseconds(const TTimedWork& timed) {
+    if (timed.Prepare) timed.Prepare();
+    const auto start = std::chrono::steady_clock::now();
+    timed.Work();
+    const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - start;
+    return spent.count();
+}
+
+} // namespace
+
 double MedianTime(int runs, const std::function<void()>& work, const std::function<void()>& prepare) {
-    using TClock = std::chrono::steady_clock;
     std::vector<double> times;
     for (int run = 0; run <= runs; ++run) {
-        if (prepare) prepare();
-        const auto start = TClock::now();
-        work();
-        const std::chrono::duration<double, std::milli> spent = TClock::now() - start;
-        if (run > 0) times.push_back(spent.count());
+        const double spent = Milliseconds({work, prepare});
+        if (run > 0) times.push_back(spent);
     }
     return Median(times);
+}
+
+TComparison CompareTimes(int runs, const TTimedWork& ours, const std::vector<TTimedWork>& bare) {
+    std::vector<double> ratios;
+    std::vector<double> ourTimes;
+    std::vector<double> bareTimes;
+    for (int run = 0; run <= runs; ++run) {
+        const double ourTime = Milliseconds(ours);
+        double bareTime = 0;
+        for (const TTimedWork& work : bare)
+            bareTime += Milliseconds(work);
+        if (run == 0) continue;
+        ratios.push_back(ourTime / bareTime);
+        ourTimes.push_back(ourTime);
+        bareTimes.push_back(bareTime);
+    }
+    return {Median(ratios), Median(ourTimes), Median(bareTimes)};
 }
 
 double PrivateMemory() {
