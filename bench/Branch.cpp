@@ -140,14 +140,13 @@ TLimits MeasureBranch() {
         QApplication::processEvents();
     };
     forget();
-    TBareBranch bareBranch(
-        database, branch->DataAs<TRequirementTreeNodeContainer>()->Node->Get_ID()->Get_IDNumber());
+    TBareBranch bareBranch(database,
+                           branch->DataAs<TRequirementTreeNodeContainer>()->Node->Get_ID()->Get_IDNumber());
     TBareTree bareTree;
     std::vector<TRow> rows;
-    const TComparison times =
-        CompareTimes(9, {open, forget},
-                     {{[&] { rows = bareBranch.Read(); }, [&] { rows.clear(); }},
-                      {[&] { bareTree.Fill(rows); }, [&] { bareTree.Empty(); }}});
+    const TComparison times = CompareTimes(9, {open, forget},
+                                           {{[&] { rows = bareBranch.Read(); }, [&] { rows.clear(); }},
+                                            {[&] { bareTree.Fill(rows); }, [&] { bareTree.Empty(); }}});
     if (branch->Count() < ChildCount) throw std::runtime_error("the branch is not whole");
     if (rows.size() != static_cast<std::size_t>(branch->Count()))
         throw std::runtime_error("the bare reading found other rows");
