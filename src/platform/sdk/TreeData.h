@@ -26,9 +26,9 @@ struct TNodeFacts {
     std::int32_t ChildCount = 0;
     bool HasUnreadMessages = false;
     bool UserIsInterested = false;
-    std::string Name;
-    std::string HierarchicalNumber;
-    std::string SerialNumber;
+    std::string Name = {};
+    std::string HierarchicalNumber = {};
+    std::string SerialNumber = {};
 };
 
 class TTreeData {
