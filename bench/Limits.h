@@ -21,6 +21,9 @@ using TLimits = std::vector<TLimit>;
 // The middle one of the values; they are counted in milliseconds, say.
 double Median(std::vector<double> values);
 
+// How long the work takes, in milliseconds.
+double TimeOnce(const std::function<void()>& work);
+
 // How long the work takes, in milliseconds: the median of so many runs after one that
 // does not count. Prepare runs before each one and is not timed.
 double MedianTime(int runs, const std::function<void()>& work, const std::function<void()>& prepare = {});
@@ -50,6 +53,9 @@ TLimits MeasureRoundTrips();
 TLimits MeasureBranch();
 TLimits MeasureProjectSize(const std::string& program);
 TLimits MeasureHostStart(const std::string& binaryFolder);
+TLimits MeasureSave();
+TLimits MeasureAttributes();
+TLimits MeasureManyClients(int seconds);
 
 // What MeasureProjectSize runs in a process of its own: logs on to the database and
 // prints milliseconds to the shown tree and private memory in MB.

@@ -13,14 +13,18 @@ double Median(std::vector<double> values) {
     return *middle;
 }
 
+double TimeOnce(const std::function<void()>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - start;
+    return spent.count();
+}
+
 namespace {
 
 double Milliseconds(const TTimedWork& timed) {
     if (timed.Prepare) timed.Prepare();
-    const auto start = std::chrono::steady_clock::now();
-    timed.Work();
-    const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - start;
-    return spent.count();
+    return TimeOnce(timed.Work);
 }
 
 } // namespace
