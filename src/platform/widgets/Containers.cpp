@@ -24,6 +24,11 @@ void TPanel::SetAutoSize(bool autoSize) {
     updateGeometry();
 }
 
+TGroupBox::TGroupBox(TWinControl* parent, const std::string& name, const std::string& caption)
+    : TControlOf(parent, name) {
+    setTitle(ToQt(caption));
+}
+
 TScrollBox::TScrollBox(TWinControl* parent, const std::string& name)
     : TControlOf(parent, name) {
     FContent = new QWidget(this);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <QFrame>
+#include <QGroupBox>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QTabWidget>
@@ -24,6 +25,12 @@ public:
 private:
     bool FAutoSize = true;
     int FKeptHeight = -1;
+};
+
+// A panel with a caption and an outline.
+class TGroupBox : public TControlOf<QGroupBox> {
+public:
+    TGroupBox(TWinControl* parent, const std::string& name, const std::string& caption);
 };
 
 // Scrolls when its children need more room than it has: both those with bounds of

@@ -190,13 +190,19 @@ void TControl::SetParentColor(bool parentColor) {
 
 namespace {
 
-QColor Mapped(TColor color) {
-    const QPalette palette = QApplication::palette();
+QColor Mapped(TColor color, QPalette::ColorRole role) {
     if (!color.IsSystem()) return QColor(color.Red(), color.Green(), color.Blue());
-    return palette.color(QPalette::Active, QPalette::Window);
+    return QApplication::palette().color(QPalette::Active, role);
 }
 
 } // namespace
+
+QPalette::ColorRole TControl::RoleOf(TColor color) {
+    if (color == clInfoText) return QPalette::ToolTipText;
+    if (color == clInfoBk) return QPalette::ToolTipBase;
+    if (color == clHotLight) return QPalette::Link;
+    return QPalette::Window;
+}
 
 // clWindow is what edits and lists have of themselves, so that it follows the style.
 void TControl::ApplyColor() {
@@ -205,7 +211,7 @@ void TControl::ApplyColor() {
     const bool plain = FColor == clDefault || FColor == clWindow;
     if (!plain)
         for (const auto role : {QPalette::Base, QPalette::Window, QPalette::Button})
-            palette.setColor(role, Mapped(FColor));
+            palette.setColor(role, Mapped(FColor, RoleOf(FColor)));
     if (plain && !widget.testAttribute(Qt::WA_SetPalette)) return;
     widget.setPalette(palette);
 }
@@ -218,6 +224,17 @@ void TControl::SetBold(bool bold) {
     QFont font = Widget().font();
     font.setBold(bold);
     Widget().setFont(font);
+}
+
+void TControl::SetFont(const std::string& family, int pixelHeight) {
+    QFont font = Widget().font();
+    font.setFamily(ToQt(family));
+    font.setPixelSize(pixelHeight);
+    Widget().setFont(font);
+}
+
+void TControl::SetFontColor(TColor color) {
+    Widget().setForegroundRole(RoleOf(color));
 }
 
 TPoint TControl::ScreenToClient(TPoint point) const {

@@ -8,6 +8,7 @@
 
 #include <QEvent>
 #include <QObject>
+#include <QPalette>
 #include <QWidget>
 
 #include "platform/widgets/Application.h"
@@ -134,6 +135,10 @@ public:
     bool ParentColor() const { return FParentColor; }
     bool Bold() const;
     void SetBold(bool bold);
+    // A family that the screen lacks is replaced by one that it has.
+    void SetFont(const std::string& family, int pixelHeight);
+    // The text's colour: one of the system's, which it follows.
+    void SetFontColor(TColor color);
 
     TPoint ScreenToClient(TPoint point) const;
     TPoint ClientToScreen(TPoint point) const;
@@ -145,6 +150,8 @@ protected:
     // in the parent's layout, accessible name.
     void Attach(TWinControl* parent, const std::string& name);
     virtual void ApplyColor();
+    // Where the palette keeps a colour of the system.
+    static QPalette::ColorRole RoleOf(TColor color);
 
 private:
     friend class TAlignLayout;

@@ -1,6 +1,9 @@
 #include "platform/widgets/Edits.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <utility>
 
 #include <QCalendarWidget>
@@ -8,6 +11,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <QToolButton>
+#include <QVBoxLayout>
 #include <QWheelEvent>
 
 #include "platform/widgets/QtText.h"
@@ -28,6 +33,33 @@ void TLabel::SetCaption(const std::string& caption) {
 
 void TLabel::SetFocusControl(TWinControl& control) {
     setBuddy(&control.Widget());
+}
+
+void TLabel::SetWordWrap(bool wrap) {
+    setWordWrap(wrap);
+    setAlignment(wrap ? Qt::AlignLeft | Qt::AlignTop : Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+int TLabel::TextWidth() const {
+    return fontMetrics().horizontalAdvance(ToQt(FCaption));
+}
+
+TShape::TShape(TWinControl* parent, const std::string& name)
+    : QWidget(parent ? &parent->ClientArea() : nullptr) {
+    Attach(parent, name);
+}
+
+void TShape::ApplyColor() {
+    setBackgroundRole(RoleOf(Color()));
+}
+
+void TShape::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QColor outline = palette().color(foregroundRole());
+    outline.setAlphaF(0.4f);
+    painter.fillRect(rect(), palette().color(backgroundRole()));
+    painter.setPen(outline);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 TImage::TImage(TWinControl* parent, const std::string& name)
@@ -76,6 +108,44 @@ void TEdit::Fill(const QString& newText) {
 void TEdit::SetPassword(bool password) {
     setEchoMode(password ? QLineEdit::Password : QLineEdit::Normal);
     setStyleSheet(password ? QStringLiteral("QLineEdit { lineedit-password-character: 42; }") : QString());
+}
+
+TUpDown::TUpDown(TWinControl* parent, const std::string& name, TEdit& associate)
+    : TControlOf(parent, name)
+    , FAssociate(associate) {
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    AddArrow(Qt::UpArrow, 1);
+    AddArrow(Qt::DownArrow, -1);
+    setFixedSize(18, associate.sizeHint().height());
+    FAssociate.OnKeyDown = [this](TKey key, TShiftState, bool& handled) {
+        handled = key == TKey::Up || key == TKey::Down;
+        if (handled) Step(key == TKey::Up ? 1 : -1);
+    };
+}
+
+void TUpDown::AddArrow(Qt::ArrowType arrow, int step) {
+    auto* button = new QToolButton(this);
+    button->setObjectName(objectName() + (step > 0 ? QStringLiteral("Up") : QStringLiteral("Down")));
+    button->setArrowType(arrow);
+    button->setAutoRepeat(true);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    layout()->addWidget(button);
+    connect(button, &QToolButton::clicked, this, [this, step] { Step(step); });
+}
+
+void TUpDown::SetPosition(int position) {
+    FPosition = position;
+    FAssociate.SetText(std::to_string(position));
+}
+
+void TUpDown::Step(int step) {
+    bool isNumber = false;
+    const int written = FAssociate.text().toInt(&isNumber);
+    const std::int64_t next = static_cast<std::int64_t>(isNumber ? written : FPosition) + step;
+    SetPosition(static_cast<int>(std::clamp<std::int64_t>(next, 0, std::numeric_limits<int>::max())));
 }
 
 void TMaskEdit::SetEditMask(const std::string& mask) {

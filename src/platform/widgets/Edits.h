@@ -25,9 +25,26 @@ public:
     void SetCaption(const std::string& caption);
     // The control that the label names: its access key moves the focus there.
     void SetFocusControl(TWinControl& control);
+    // Breaks the text into lines from the top of the label's bounds.
+    void SetWordWrap(bool wrap);
+    // In pixels, as one line.
+    int TextWidth() const;
 
 private:
     std::string FCaption;
+};
+
+// A rectangle in its colour, with an outline in that of its text.
+class TShape : public QWidget, public TControl {
+public:
+    explicit TShape(TWinControl* parent, const std::string& name = {});
+    QWidget& Widget() override { return *this; }
+    using TControl::Widget;
+
+protected:
+    // Only colours of the system, which it follows.
+    void ApplyColor() override;
+    void paintEvent(QPaintEvent* event) override;
 };
 
 // A picture, scaled to the control's size.
@@ -67,6 +84,24 @@ public:
 
 private:
     void Fill(const QString& newText);
+};
+
+// Two arrows that count the number in an edit up and down; the edit's arrow keys do so,
+// too. The edit takes any text: one that is no number counts from the last position.
+class TUpDown : public TControlOf<QWidget> {
+public:
+    // Takes the edit's OnKeyDown.
+    TUpDown(TWinControl* parent, const std::string& name, TEdit& associate);
+
+    int Position() const { return FPosition; }
+    // Writes the number into the edit. Any number will do; the arrows stay from 0 on.
+    void SetPosition(int position);
+
+private:
+    void AddArrow(Qt::ArrowType arrow, int step);
+    void Step(int step);
+    TEdit& FAssociate;
+    int FPosition = 0;
 };
 
 // An edit whose mask says which characters stand where; no mask lets everything in.

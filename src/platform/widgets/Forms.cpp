@@ -33,6 +33,13 @@ void TForm::SetCaption(const std::string& caption) {
 }
 
 void TForm::SetBorderStyle(TBorderStyle style) {
+    if (style == TBorderStyle::Hint) {
+        setWindowFlags(Qt::ToolTip | Qt::FramelessWindowHint);
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        FPlaced = true;
+        if (layout()) layout()->setSizeConstraint(QLayout::SetNoConstraint);
+        return;
+    }
     const bool dialog = style == TBorderStyle::Dialog;
     setWindowFlags(dialog ? Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                 Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint

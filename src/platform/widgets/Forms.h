@@ -14,7 +14,7 @@
 
 class QEventLoop;
 
-enum class TBorderStyle { Sizeable, Dialog };
+enum class TBorderStyle { Sizeable, Dialog, Hint };
 
 // A window. It stands centred on its owner's screen when it first shows, and asks for
 // at least the room that its content needs.
@@ -30,7 +30,8 @@ public:
 
     std::string Caption() const;
     void SetCaption(const std::string& caption);
-    // A dialog has a fixed size and no more border icons than closing needs.
+    // A dialog has a fixed size and no more border icons than closing needs. A hint has
+    // no border, never takes the focus, and keeps the bounds that the program gives it.
     void SetBorderStyle(TBorderStyle style);
     // By its name in the icon sheets.
     void SetIcon(const std::string& iconName);
