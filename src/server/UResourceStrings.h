@@ -105,6 +105,27 @@ inline constexpr char SOpenLinkQuestion[] = "Open this address outside?\n";
 inline constexpr char SUnknownReferenceKind[] =
     "IllegalStateException: DocumentRefernce can be only of 3 types (Web, File and Text).";
 
+// Table dialog
+inline constexpr char STableProperties[] = "Table Properties";
+inline constexpr char STableSize[] = "Size:";
+inline constexpr char STableRows[] = "Rows:";
+inline constexpr char STableColumns[] = "Columns:";
+inline constexpr char STableWidth[] = "Width:";
+inline constexpr char STableWidthUnits[] = "Unit of the width";
+inline constexpr char STableHeight[] = "Height:";
+inline constexpr char STableHeightUnits[] = "Unit of the height";
+inline constexpr char SPercentOfWindow[] = "Percent of window";
+inline constexpr char SPixels[] = "Pixels";
+inline constexpr char STableAlignment[] = "Alignment:";
+inline constexpr char SAlignmentLeft[] = "Left";
+inline constexpr char SAlignmentRight[] = "Right";
+inline constexpr char SAlignmentCenter[] = "Center";
+inline constexpr char STableBorderWidth[] = "Border Width:";
+inline constexpr char STableCellPadding[] = "Cell Padding:";
+inline constexpr char STableCellSpacing[] = "Cell Spacing:";
+inline constexpr char STableOk[] = "OK";
+inline constexpr char STableCancel[] = "Cancel";
+
 // Numbers as the user writes them
 inline constexpr char SNotAFloat[] = "' is not a valid floating point value";
 inline constexpr char SNotAnInteger[] = "' is not a valid integer value";
