@@ -187,6 +187,15 @@ TEST_F(TContent, GlossariesCostNoRoundTripAfterTheFirstLook) {
     EXPECT_EQ(FCalls.RoundTrips(), 0);
 }
 
+TEST_F(TContent, TheSameListOfGlossariesMeansThatNothingHasChanged) {
+    const auto first = FRequirement->Get_Project()->Get_Glossaries();
+    EXPECT_EQ(FRequirement->Get_Project()->Get_Glossaries(), first);
+    Item<IGlossary>(first, 0)->Get_Manager()->Get_Cache()->clear();
+    const auto second = FRequirement->Get_Project()->Get_Glossaries();
+    EXPECT_NE(second, first);
+    EXPECT_EQ(Item<IGlossary>(second, 0)->Get_Name(), u"Terms");
+}
+
 TEST_F(TContent, ImagesOfADescriptionAreFetchedOnceAndShownFromTheirFiles) {
     const auto requirement = FSession->getLatestRequirement(FSample.Deep);
     const std::u16string html = requirement->Get_Description()->Get_Text();

@@ -118,12 +118,13 @@ std::shared_ptr<const wire::RequirementType> TSession::RequirementType(std::int3
     return known;
 }
 
-std::shared_ptr<const wire::GetGlossariesReply> TSession::Glossaries(std::int32_t projectId) {
+TGlossaries& TSession::Glossaries(std::int32_t projectId) {
     if (const auto known = FGlossaries.find(projectId); known != FGlossaries.end()) return known->second;
     wire::GetGlossariesRequest request;
     request.set_project_id(projectId);
-    return FGlossaries[projectId] = std::make_shared<wire::GetGlossariesReply>(
-               Connection().Ask("GetGlossaries", &TStub::GetGlossaries, request));
+    auto reply = std::make_shared<wire::GetGlossariesReply>(
+        Connection().Ask("GetGlossaries", &TStub::GetGlossaries, request));
+    return FGlossaries[projectId] = {std::move(reply), {}};
 }
 
 std::shared_ptr<const wire::ListIntegrationsReply> TSession::Integrations() {

@@ -12,6 +12,10 @@
 #include <string>
 #include <utility>
 
+namespace Quorane_TLB {
+class IStCollection;
+}
+
 namespace Sdk {
 
 class TConnection;
@@ -19,6 +23,13 @@ class TLeaseKeeper;
 
 // What a manager's cache holds.
 enum class ECache { Requirements, Discussions, Projects, RequirementTypes, Glossaries, Directory, None };
+
+// A project's glossaries, and the list of them that was given out last: whoever still
+// holds it gets the same one, which tells him that nothing has changed.
+struct TGlossaries {
+    std::shared_ptr<const wire::GetGlossariesReply> Reply;
+    std::weak_ptr<Quorane_TLB::IStCollection> List;
+};
 
 // Used on one thread. Each operation raises EOleSysError when the server refuses or
 // cannot be reached; what was known before stays known then.
@@ -55,7 +66,7 @@ public:
     // As known when it has that revision, else read. Revision 0 asks the server
     // whether what is known is the newest.
     std::shared_ptr<const wire::RequirementType> RequirementType(std::int32_t id, std::int64_t revision);
-    std::shared_ptr<const wire::GetGlossariesReply> Glossaries(std::int32_t projectId);
+    TGlossaries& Glossaries(std::int32_t projectId);
     std::shared_ptr<const wire::ListIntegrationsReply> Integrations();
     std::shared_ptr<const wire::ListIntegrationsReply> ReadIntegrations();
 
@@ -121,7 +132,7 @@ private:
     std::shared_ptr<const TProjects> FProjects;
     std::shared_ptr<const wire::ListIntegrationsReply> FIntegrations;
     std::map<std::int32_t, std::shared_ptr<const wire::RequirementType>> FTypes;
-    std::map<std::int32_t, std::shared_ptr<const wire::GetGlossariesReply>> FGlossaries;
+    std::map<std::int32_t, TGlossaries> FGlossaries;
     std::map<std::int32_t, std::shared_ptr<TTreeData>> FTrees;
     std::map<std::int32_t, std::shared_ptr<TRequirementState>> FLatest;
     std::map<std::pair<std::int32_t, std::int32_t>, std::shared_ptr<TRequirementState>> FFrozen;

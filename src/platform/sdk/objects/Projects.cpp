@@ -36,12 +36,15 @@ public:
 
     Handle<IStCollection> Get_Glossaries() override {
         const TCall call("IProject.Get_Glossaries");
-        const auto reply = FSession->Glossaries(FProject->id());
+        TGlossaries& known = FSession->Glossaries(FProject->id());
+        if (auto list = known.List.lock()) return list;
         std::vector<Variant> glossaries;
-        for (const wire::Glossary& glossary : reply->glossaries())
+        for (const wire::Glossary& glossary : known.Reply->glossaries())
             glossaries.emplace_back(
-                MakeGlossary(FSession, std::shared_ptr<const wire::Glossary>(reply, &glossary)));
-        return MakeCollection(std::move(glossaries));
+                MakeGlossary(FSession, std::shared_ptr<const wire::Glossary>(known.Reply, &glossary)));
+        auto list = MakeCollection(std::move(glossaries));
+        known.List = list;
+        return list;
     }
 
 protected:
