@@ -75,6 +75,7 @@ void TQuoraneSession::Logout() {
         // The server may be gone; the object is logged out all the same.
     }
     FLoggedIn = false;
+    FGlossaryTerms.Clear();
     FSession.reset();
     FServerVersion.clear();
 }

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "server/UGlossaryIndex.h"
 #include "server/UQuoraneStHelpers.h"
 
 class TQuoraneSession {
@@ -92,7 +93,8 @@ public:
                                 const Quorane_TLB::Handle<Quorane_TLB::IProject>& project);
 
     // The term of exactly that name, and its glossary; the last glossary that holds it
-    // wins. An unknown word empties term and leaves glossary as it was.
+    // wins. An unknown word empties term and leaves glossary as it was. No round trip
+    // and no walk over the terms while the SDK knows the project's glossaries.
     void GetGlossaryTerm(const Quorane_TLB::Handle<Quorane_TLB::IProject>& project,
                          const std::u16string& word, Quorane_TLB::Handle<Quorane_TLB::IGlossary>& glossary,
                          Quorane_TLB::Handle<Quorane_TLB::IGlossaryTerm>& term);
@@ -107,6 +109,7 @@ private:
     void AddIntegration(const Quorane_TLB::Handle<Quorane_TLB::IStCollection>& icon);
 
     Quorane_TLB::Handle<Quorane_TLB::ISession> FSession;
+    TGlossaryIndex FGlossaryTerms;
     Quorane_TLB::Handle<Quorane_TLB::IQuoraneServer> FServer;
     std::string FDescriptionFileName;
     std::string FHost;

@@ -34,15 +34,6 @@ void ReplaceAll(std::string& text, const std::string& what, const std::string& b
         text.replace(at, what.size(), by);
 }
 
-Handle<IGlossaryTerm> FindTerm(const Handle<IGlossary>& glossary, const std::u16string& word) {
-    const auto terms = EnumerableStCollection(glossary->Get_Terms())->GetEnumerator();
-    while (terms->MoveNext()) {
-        const auto term = Cast<IGlossaryTerm>(terms->GetCurrent());
-        if (term->Get_Name() == word) return term;
-    }
-    return {};
-}
-
 } // namespace
 
 std::string TQuoraneSession::PrepareRequirementDescriptionFile(const std::u16string& description) {
@@ -54,14 +45,10 @@ std::string TQuoraneSession::PrepareRequirementDescriptionFile(const std::u16str
 void TQuoraneSession::GetGlossaryTerm(const Handle<IProject>& project, const std::u16string& word,
                                       Handle<IGlossary>& glossary, Handle<IGlossaryTerm>& term) {
     term.reset();
-    const auto glossaries = EnumerableStCollection(Require(project)->Get_Glossaries())->GetEnumerator();
-    while (glossaries->MoveNext()) {
-        const auto candidate = Cast<IGlossary>(glossaries->GetCurrent());
-        const Handle<IGlossaryTerm> found = FindTerm(candidate, word);
-        if (!found) continue;
-        glossary = candidate;
-        term = found;
-    }
+    const TGlossaryIndex::TEntry* found = FGlossaryTerms.Find(Require(project)->Get_Glossaries(), word);
+    if (!found) return;
+    glossary = found->Glossary;
+    term = found->Term;
 }
 
 void TQuoraneSession::HighlightGlossaryTerms(std::u16string& html, const Handle<IProject>& project) {

@@ -55,6 +55,38 @@ TEST_F(DescriptionTest, FindsTheFirstEqualTermOfTheLastGlossaryThatHoldsIt) {
     EXPECT_EQ(term, wanted);
 }
 
+TEST_F(DescriptionTest, WalksTheGlossariesOnceForEachListOfThem) {
+    const auto counted = MakeMock<TMockGlossary>();
+    EXPECT_CALL(*counted, Get_Terms()).WillOnce(Return(ListOf(Term(u"Boiler"))));
+    const auto project = MakeMock<TMockProject>();
+    const Handle<IStCollection> list = ListOf(Handle<IGlossary>(counted));
+    EXPECT_CALL(*project, Get_Glossaries())
+        .WillOnce(Return(list))
+        .WillOnce(Return(list))
+        .WillOnce(Return(ListOf(Glossary(0, 0, 0, ListOf(Term(u"Pump"))))));
+    Handle<IGlossary> glossary;
+    Handle<IGlossaryTerm> term;
+    std::vector<std::u16string> found;
+    for (const std::u16string word : {u"Boiler", u"Pump", u"Pump"}) {
+        Object.GetGlossaryTerm(project, word, glossary, term);
+        found.push_back(term ? term->Get_Name() : u"nothing");
+    }
+    EXPECT_EQ(found, (std::vector<std::u16string>{u"Boiler", u"nothing", u"Pump"}));
+}
+
+TEST_F(DescriptionTest, WalksAgainAfterAWalkThatFailed) {
+    const auto weak = MakeMock<TMockGlossary>();
+    EXPECT_CALL(*weak, Get_Terms())
+        .WillOnce(Throw(ServerFailure("RemoteServerException")))
+        .WillOnce(Return(ListOf(Term(u"Boiler"))));
+    const auto project = ProjectWith(ListOf(Handle<IGlossary>(weak)));
+    Handle<IGlossary> glossary;
+    Handle<IGlossaryTerm> term;
+    EXPECT_THROW(Object.GetGlossaryTerm(project, u"Boiler", glossary, term), EOleSysError);
+    Object.GetGlossaryTerm(project, u"Boiler", glossary, term);
+    EXPECT_TRUE(term);
+}
+
 TEST_F(DescriptionTest, GivesNoTermForAnUnknownWord) {
     const auto project = ProjectWith(ListOf(Glossary(0, 0, 0, ListOf(Term(u"Boiler")))));
     for (const std::u16string word : {u"boiler", u"", u"Boile"}) {
