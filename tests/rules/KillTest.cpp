@@ -2,6 +2,7 @@
 // be committed is there, nothing is there by half, and the tree stays sound.
 #include "backend/rules/Editing.h"
 #include "backend/service/BulkWriter.h"
+#include "support/SoundDatabase.h"
 #include "support/TempFolder.h"
 
 #include <gmock/gmock.h>
@@ -126,36 +127,6 @@ int EditAndKill(const std::string& path, const Scene& scene, unsigned seed) {
     waitpid(child, &status, 0);
     EXPECT_TRUE(WIFSIGNALED(status)) << "the editing process failed by itself";
     return commits;
-}
-
-int Number(Database& database, Sql sql) {
-    Rows rows = database.Query(sql);
-    return rows.Next() ? rows.Int(0) : -1;
-}
-
-void ExpectSound(Database& database) {
-    {
-        Rows rows = database.Query("select integrity_check from pragma_integrity_check");
-        ASSERT_TRUE(rows.Next());
-        EXPECT_EQ(rows.Text(0), "ok");
-    }
-    EXPECT_EQ(Number(database, "select count(*) from pragma_foreign_key_check"), 0);
-    EXPECT_EQ(Number(database, "select count(*) from tree_node n where n.child_count <> "
-                               "(select count(*) from tree_node c where c.parent_id = n.node_id)"),
-              0);
-    EXPECT_EQ(Number(database, "select count(*) from tree_node n where n.version_id is not null "
-                               "and not exists (select 1 from tree_node p where p.node_id = n.parent_id)"),
-              0);
-    EXPECT_EQ(Number(database,
-                     "select count(*) from tree_node n join requirement_version v on v.id = n.version_id "
-                     "where v.type_id <> n.type_id or v.minor <> "
-                     "(select max(minor) from requirement_version where requirement_id = n.node_id)"),
-              0);
-    EXPECT_EQ(Number(database,
-                     "with recursive below (id) as (select node_id from tree_node where version_id is null "
-                     "union all select n.node_id from tree_node n join below on n.parent_id = below.id) "
-                     "select (select count(*) from tree_node) - (select count(*) from below)"),
-              0);
 }
 
 TEST(Kill, AtAnyMomentLeavesASoundDatabaseWithEveryCommittedEdit) {
