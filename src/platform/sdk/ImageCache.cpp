@@ -6,7 +6,6 @@
 #include "platform/sdk/HtmlTags.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -42,21 +41,10 @@ bool IsHash(std::string_view text) {
     return text.size() == 64 && std::all_of(text.begin(), text.end(), isDigit);
 }
 
-std::filesystem::path FolderFrom(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value ? std::filesystem::path(value) : std::filesystem::path();
-}
-
 } // namespace
 
 TImageCache::TImageCache(std::filesystem::path folder)
     : FFolder(std::move(folder)) {}
-
-std::filesystem::path TImageCache::DefaultFolder() {
-    std::filesystem::path base = FolderFrom("XDG_CACHE_HOME");
-    if (base.empty()) base = FolderFrom("HOME") / ".cache";
-    return base / "quorane" / "images";
-}
 
 void TImageCache::Fetch(TConnection& connection, const std::string& hash) const {
     std::error_code error;

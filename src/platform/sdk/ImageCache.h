@@ -14,8 +14,6 @@ class TImageCache {
 public:
     // The folder need not exist yet.
     explicit TImageCache(std::filesystem::path folder);
-    // "quorane/images" in the user's folder for what can be made again.
-    static std::filesystem::path DefaultFolder();
 
     // One round trip for a picture that is not here. One that the server lacks, or
     // that cannot be stored, is left out: the description shows without it. Raises

@@ -3,6 +3,7 @@
 // here, so that how many round trips something costs is decided in one place.
 #pragma once
 
+#include "contracts/Pictures.h"
 #include "platform/sdk/Cache.h"
 #include "platform/sdk/ImageCache.h"
 #include "platform/sdk/TreeData.h"
@@ -124,7 +125,7 @@ private:
     const std::shared_ptr<TConnection> FConnection;
     const std::int32_t FUserId;
     const std::string FServerVersion;
-    const TImageCache FImages{TImageCache::DefaultFolder()};
+    const TImageCache FImages{PictureCacheFolder()};
     std::unique_ptr<TLeaseKeeper> FLeases;
     bool FLoggedOut = false;
 
