@@ -8,7 +8,9 @@
 // Every call waits for the engine and may run update handlers' messages meanwhile, but
 // takes no input of the user. A call raises EOleSysError when the engine fails, when
 // it does not answer in time and when the object's document is gone, unless it gives a
-// THtmlStatus; these calls raise nothing.
+// THtmlStatus; these calls raise nothing. After a call without an answer the next ones
+// fail at once until the engine comes round. Events arrive when the page is done with
+// them, so their handlers may call.
 #pragma once
 
 #include <cstdint>
@@ -133,7 +135,9 @@ public:
     virtual ~IHTMLSelectionObject();
     // "None", "Text" or "Control".
     virtual std::string get_type() = 0;
-    // An IHTMLTxtRange or an IHTMLControlRange.
+    // An IHTMLTxtRange or an IHTMLControlRange. It is tied to the selection when it is
+    // first moved, changed or read; until then it answers queryCommandValue for the
+    // selection, all commands of it in one call of the engine.
     virtual THtmlHandle<IHTMLRange> createRange() = 0;
 };
 
@@ -260,16 +264,23 @@ public:
 
     virtual TWinControl& Control() = 0;
     // Starts loading the file; Busy is true until it is there. The document of before
-    // is gone at once.
+    // is gone at once. Of other files the document shows those pictures that are in
+    // PictureCacheFolder and those that the user puts in; nothing comes from a network.
     virtual void Navigate(const std::string& path) = 0;
     virtual bool Busy() = 0;
     // Offers IHTMLDocument2, IHTMLDocument3, IOleCommandTarget, IPersistStreamInit.
     // Empty before the first Navigate and while the engine's process is dead.
     virtual THtmlHandle<IHtmlObject> Document() = 0;
     virtual void SetFocus() = 0;
+    // How often the engine was asked for something, for measurements.
+    virtual std::int64_t EngineCalls() = 0;
 
     // At the end of each load, also of a failed one.
     std::function<void()> OnDownloadComplete;
+    // The engine's process has died, and with it the document and what was not taken out
+    // of it. Comes at a turn of the message loop; a call that was under way has failed
+    // before. Navigate starts the process anew.
+    std::function<void()> OnEngineGone;
     // The user wants to follow a link; the control itself never leaves the document.
     std::function<void(const std::string& address)> OnLinkClick;
 };

@@ -95,6 +95,41 @@ TEST_F(EngineEditing, ListsToggleAndTellTheirState) {
     EXPECT_EQ(flags, 0u);
 }
 
+TEST_F(EngineEditing, CommandsAtTheCaretHoldForTheNextLetters) {
+    Edit("<p>text</p>");
+    for (const char* name : {"Bold", "Italic"})
+        EXPECT_TRUE(TextRange()->execCommand(name, false, true));
+    Type("x");
+    EXPECT_TRUE(WaitUntil([this] { return Html().find("<b><i>x</i></b>text") != std::string::npos; }))
+        << Html();
+}
+
+TEST_F(EngineEditing, WholeStateOfTheSelectionCostsOneCall) {
+    Edit("<p><b>bold</b> plain</p>");
+    const auto all = [this] {
+        const auto calls = FBrowser.EngineCalls();
+        const auto selection = Document<IHTMLDocument2>()->get_selection();
+        EXPECT_EQ(selection->get_type(), "None");
+        for (const char* name :
+             {"Italic", "Underline", "JustifyRight", "JustifyCenter", "FontName", "FontSize"})
+            selection->createRange()->queryCommandValue(name);
+        std::uint32_t flags = 0;
+        for (const auto list : {hcNumberedList, hcBulletList})
+            EXPECT_EQ(Document<IOleCommandTarget>()->QueryStatus(list, flags), hsOk);
+        return std::pair(std::get<bool>(selection->createRange()->queryCommandValue("Bold")),
+                         FBrowser.EngineCalls() - calls);
+    };
+    EXPECT_EQ(all(), std::pair(true, std::int64_t{1}));
+    EXPECT_EQ(all(), std::pair(true, std::int64_t{0}));
+    QTest::keyClick(&KeyTarget(), Qt::Key_End);
+    ASSERT_TRUE(WaitUntil([&] { return !all().first; }));
+    // A command for the next letter changes neither selection nor document.
+    QTest::keyClick(&KeyTarget(), Qt::Key_B, Qt::ControlModifier);
+    EXPECT_TRUE(WaitUntil([&] { return all().first; }));
+    EXPECT_TRUE(TextRange()->execCommand("Bold", false, false));
+    EXPECT_EQ(all(), std::pair(false, std::int64_t{1}));
+}
+
 TEST_F(EngineEditing, PastedHtmlReplacesTheSelectionAndCanBeTakenBack) {
     Edit("<p>old</p>");
     SelectAll();

@@ -3,6 +3,8 @@
 #include <QDeadlineTimer>
 #include <QTimer>
 
+#include <csignal>
+
 TEngineFixture::TEngineFixture() {
     FForm.SetBounds(0, 0, 640, 480);
     FForm.show();
@@ -55,4 +57,10 @@ void TEngineFixture::SelectAll() {
     static_cast<TBrowserControl&>(FBrowser.Control()).page()->triggerAction(QWebEnginePage::SelectAll);
     const auto selection = Document<IHTMLDocument2>()->get_selection();
     ASSERT_TRUE(WaitUntil([&] { return selection->get_type() == "Text"; }));
+}
+
+void TEngineFixture::SignalEngine(int signal) {
+    const auto pid = static_cast<TBrowserControl&>(FBrowser.Control()).page()->renderProcessPid();
+    ASSERT_GT(pid, 0);
+    ASSERT_EQ(::kill(static_cast<pid_t>(pid), signal), 0);
 }

@@ -33,6 +33,8 @@ protected:
     void Click(int x, int y);
     bool Dirty() { return Document<IPersistStreamInit>()->IsDirty() == hsOk; }
     void SelectAll();
+    // Sends a signal to the engine's process.
+    void SignalEngine(int signal);
 
     TTempFolder FFolder;
     TScriptedDialogs FDialogs;

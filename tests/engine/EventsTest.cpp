@@ -8,6 +8,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 
 class TListening : public IHTMLEditDesigner, public IHtmlEventSink {
 public:
@@ -77,6 +78,21 @@ TEST_F(EngineEvents, NoEventArrivesInTheMiddleOfACall) {
     }
     EXPECT_FALSE(interrupted);
     EXPECT_TRUE(WaitUntil([this] { return !FListening.Types.empty(); }));
+}
+
+TEST_F(EngineEvents, DesignerSeesWhatTheEventDid) {
+    Edit("<p>text</p>");
+    Services().AddDesigner(FListening);
+    std::vector<std::string> seen;
+    FListening.OnEvent = [&] {
+        if (FListening.Types.back() == "keydown") seen.push_back(Html());
+    };
+    Type("x");
+    ASSERT_TRUE(WaitUntil([&] { return seen.size() == 1; }));
+    EXPECT_THAT(seen[0], HasSubstr("xtext"));
+    QTest::keyClick(&KeyTarget(), Qt::Key_Backspace);
+    ASSERT_TRUE(WaitUntil([&] { return seen.size() == 2; }));
+    EXPECT_THAT(seen[1], HasSubstr("<p>text"));
 }
 
 TEST_F(EngineEvents, WindowTellsOfFocusUntilItIsLeft) {

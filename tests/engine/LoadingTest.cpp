@@ -3,6 +3,7 @@
 #include "contracts/Exceptions.h"
 
 #include <QTcpServer>
+#include <QTimer>
 
 #include <csignal>
 
@@ -63,16 +64,83 @@ TEST_F(EngineLoading, NothingIsFetchedFromTheNetwork) {
     EXPECT_FALSE(server.waitForNewConnection(200));
 }
 
-TEST_F(EngineLoading, DeadEngineProcessFailsCallsAndTheNextLoadStartsIt) {
-    Load("<p>one</p>");
-    const auto document = Document<IHTMLDocument3>();
-    const auto pid = static_cast<TBrowserControl&>(FBrowser.Control()).page()->renderProcessPid();
-    ASSERT_GT(pid, 0);
-    ::kill(static_cast<pid_t>(pid), SIGKILL);
-    EXPECT_THROW(for (int call = 0; call < 10'000; ++call) document->get_documentElement(), EOleSysError);
-    EXPECT_EQ(FBrowser.Document(), nullptr);
+TEST_F(EngineLoading, DeadEngineProcessFailsCallsAtOnceAndTheNextLoadStartsIt) {
+    int told = 0;
+    FBrowser.OnEngineGone = [&] { ++told; };
+    // Far beyond the time that the test may take: no call may wait for it.
+    FBrowser.SetLimits({std::chrono::hours(1), std::chrono::hours(1)});
+    for (int round = 1; round <= 2; ++round) {
+        Load("<p>one</p>");
+        const auto document = Document<IHTMLDocument3>();
+        const auto target = Document<IOleCommandTarget>();
+        SignalEngine(SIGKILL);
+        EXPECT_THROW(for (int call = 0; call < 10'000; ++call) document->get_documentElement(), EOleSysError);
+        EXPECT_EQ(told, round - 1);
+        const auto calls = FBrowser.EngineCalls();
+        EXPECT_THROW(document->get_documentElement(), EOleSysError);
+        EXPECT_NE(target->Exec(hcNumberedList, hoDefault, {}), hsOk);
+        EXPECT_EQ(FBrowser.EngineCalls(), calls);
+        EXPECT_EQ(FBrowser.Document(), nullptr);
+        ASSERT_TRUE(WaitUntil([&] { return told == round; }));
+    }
     Load("<p>two</p>");
     EXPECT_THAT(Html(), HasSubstr("two"));
+}
+
+TEST_F(EngineLoading, ProcessThatDiesDuringALoadEndsIt) {
+    Load("<p>one</p>");
+    SignalEngine(SIGSTOP);
+    FBrowser.Navigate(FFolder.File("description.html"));
+    ASSERT_TRUE(FBrowser.Busy());
+    SignalEngine(SIGKILL);
+    ASSERT_TRUE(WaitUntil([this] { return !FBrowser.Busy(); }));
+    Load("<p>two</p>");
+    EXPECT_THAT(Html(), HasSubstr("two"));
+}
+
+TEST_F(EngineLoading, HungEngineFailsCallsUntilItComesRound) {
+    Load("<p>kept</p>");
+    FBrowser.SetLimits({std::chrono::milliseconds(50), std::chrono::milliseconds(50)});
+    SignalEngine(SIGSTOP);
+    EXPECT_THROW(Html(), EOleSysError);
+    const auto calls = FBrowser.EngineCalls();
+    EXPECT_THROW(Html(), EOleSysError);
+    EXPECT_EQ(FBrowser.EngineCalls(), calls);
+    SignalEngine(SIGCONT);
+    FBrowser.SetLimits({});
+    const auto html = [this] {
+        try {
+            return Html();
+        } catch (const EOleSysError&) {
+            return std::string();
+        }
+    };
+    EXPECT_TRUE(WaitUntil([&] { return html().find("kept") != std::string::npos; }));
+}
+
+TEST_F(EngineLoading, LoadWithoutAnEndIsGivenUp) {
+    Load("<p>one</p>");
+    FBrowser.SetLimits({std::chrono::milliseconds(50), std::chrono::milliseconds(50)});
+    int completed = 0;
+    FBrowser.OnDownloadComplete = [&] { ++completed; };
+    SignalEngine(SIGSTOP);
+    FBrowser.Navigate(FFolder.File("description.html"));
+    ASSERT_TRUE(WaitUntil([this] { return !FBrowser.Busy(); }));
+    EXPECT_EQ(FBrowser.Document(), nullptr);
+    EXPECT_EQ(completed, 1);
+    FBrowser.SetLimits({});
+    Load("<p>two</p>");
+    EXPECT_THAT(Html(), HasSubstr("two"));
+}
+
+TEST_F(EngineLoading, LoadDuringACallFailsTheCall) {
+    Load("<p>one</p>");
+    FBrowser.SetLimits({std::chrono::hours(1), std::chrono::hours(1)});
+    const auto document = Document<IHTMLDocument3>();
+    QTimer::singleShot(0, &FBrowser, [this] { FBrowser.Navigate(FFolder.File("description.html")); });
+    EXPECT_THROW(for (int call = 0; call < 10'000; ++call) document->get_documentElement(), EOleSysError);
+    ASSERT_TRUE(WaitUntil([this] { return !FBrowser.Busy(); }));
+    EXPECT_THAT(Html(), HasSubstr("one"));
 }
 
 TEST_F(EngineLoading, LinksAreToldAndNotFollowed) {

@@ -2,25 +2,26 @@
 
 #include "contracts/Exceptions.h"
 #include "contracts/HtmlEngine.h"
+#include "contracts/Pictures.h"
 #include "platform/engine/AgentScript.h"
 #include "platform/widgets/Application.h"
+#include "platform/widgets/QtText.h"
 
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QPointer>
-#include <QTimer>
 #include <QWebChannel>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
-#include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
+
+#include <csignal>
 
 namespace {
 
-constexpr int LongestCallMs = 10'000;
 constexpr auto AgentWorld = QWebEngineScript::ApplicationWorld;
 
 [[noreturn]] void Fail(const QString& what) {
@@ -40,19 +41,27 @@ QString ChannelScript() {
 } // namespace
 
 void TFileGuard::SetDocument(const QString& path) {
-    FFolder = QFileInfo(path).absolutePath() + u'/';
-    FAllowed = {QFileInfo(path).absoluteFilePath()};
+    FDocument = QFileInfo(path).absoluteFilePath();
+    FAllowed.clear();
 }
 
-bool TFileGuard::Allows(const QUrl& url) const {
+bool TFileGuard::AllowsPicture(const QUrl& url) const {
     if (url.scheme() == QStringLiteral("data")) return true;
-    if (!url.isLocalFile()) return false;
-    const QString path = QFileInfo(url.toLocalFile()).absoluteFilePath();
-    return FAllowed.contains(path) || path.startsWith(FFolder);
+    if (!url.isLocalFile() || !url.host().isEmpty()) return false;
+    // A way through a link to another folder leads out as well.
+    const QString path = QFileInfo(url.toLocalFile()).canonicalFilePath();
+    if (path.isEmpty()) return false;
+    const QString folder = QFileInfo(ToQt(PictureCacheFolder())).canonicalFilePath();
+    return FAllowed.contains(path) || (!folder.isEmpty() && path.startsWith(folder + u'/'));
 }
 
 void TFileGuard::interceptRequest(QWebEngineUrlRequestInfo& info) {
-    info.block(!Allows(info.requestUrl()));
+    const QUrl url = info.requestUrl();
+    const auto kind = info.resourceType();
+    const bool isDocument =
+        kind == QWebEngineUrlRequestInfo::ResourceTypeMainFrame && url.toLocalFile() == FDocument;
+    const bool isPicture = kind == QWebEngineUrlRequestInfo::ResourceTypeImage;
+    info.block(!isDocument && !(isPicture && AllowsPicture(url)));
 }
 
 void TEngineHost::Post(const QString& json) {
@@ -68,6 +77,8 @@ TEnginePage::TEnginePage(QWebEngineProfile& profile)
     connect(this, &QWebEnginePage::loadingChanged, this,
             [this](const QWebEngineLoadingInfo& info) { LoadingChanged(info); });
     connect(this, &QWebEnginePage::renderProcessTerminated, this, [this] { RendererGone(); });
+    FLoadLimit.setSingleShot(true);
+    connect(&FLoadLimit, &QTimer::timeout, this, [this] { GiveUpLoad(); });
 }
 
 TEnginePage::~TEnginePage() {
@@ -87,25 +98,21 @@ void TEnginePage::SetUp() {
 }
 
 void TEnginePage::InstallAgent() {
-    FHost.OnPost = [this](const QJsonObject& message) { Queue(message); };
+    FHost.OnPost = [this](const QJsonObject& message) { Hear(message); };
     FChannel->registerObject(QStringLiteral("host"), &FHost);
     setWebChannel(FChannel, AgentWorld);
-    QWebEngineScript script;
-    script.setName(QStringLiteral("agent"));
-    script.setWorldId(AgentWorld);
-    script.setInjectionPoint(QWebEngineScript::DocumentReady);
-    script.setSourceCode(ChannelScript() + u'\n' + QString::fromUtf8(AgentScript));
-    scripts().insert(script);
+    FAgent = ChannelScript() + u'\n' + QString::fromUtf8(AgentScript);
 }
 
 void TEnginePage::Load(const QString& path) {
-    ++FGeneration;
-    FReady = false;
+    LeaveDocument();
+    FNews.clear();
     FLoading = true;
-    FReleased = {};
-    FMessages.clear();
     FGuard->SetDocument(path);
     FDocument = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
+    // Tells late news about an earlier load of the same file apart.
+    FDocument.setQuery(QString::number(FGeneration));
+    FLoadLimit.start(FLimits.Load);
     load(FDocument);
 }
 
@@ -114,19 +121,43 @@ void TEnginePage::Load(const QString& path) {
 void TEnginePage::LoadingChanged(const QWebEngineLoadingInfo& info) {
     const bool succeeded = info.status() == QWebEngineLoadingInfo::LoadSucceededStatus;
     const bool failed = info.status() == QWebEngineLoadingInfo::LoadFailedStatus;
-    if (!FLoading || info.url() != FDocument || !(succeeded || failed)) return;
+    if (info.url() == FDocument && (succeeded || failed)) EndLoad(succeeded);
+}
+
+void TEnginePage::EndLoad(bool succeeded) {
+    if (!FLoading) return;
+    FLoadLimit.stop();
     FLoading = false;
     FReady = succeeded;
+    // A script that the engine is to run by itself is forgotten now and then when its
+    // process is started anew.
+    if (succeeded) runJavaScript(FAgent, AgentWorld);
     if (OnLoaded) OnLoaded();
 }
 
+// A process that hangs would take no later load either; a new one does. The load ends
+// with the news that the old one is gone.
+void TEnginePage::GiveUpLoad() {
+    const qint64 process = renderProcessPid();
+    if (process <= 0 || ::kill(static_cast<pid_t>(process), SIGKILL) != 0) EndLoad(false);
+}
+
 void TEnginePage::RendererGone() {
-    const bool wasLoading = FLoading;
+    LeaveDocument();
+    Queue([this] {
+        if (OnGone) OnGone();
+    });
+    EndLoad(false);
+}
+
+// Whoever waits for an answer of the document would wait for ever.
+void TEnginePage::LeaveDocument() {
     ++FGeneration;
     FReady = false;
-    FLoading = false;
+    FHung = false;
+    FReleased = {};
+    FSelection.reset();
     if (FWakeCaller) FWakeCaller();
-    if (wasLoading && OnLoaded) OnLoaded();
 }
 
 bool TEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
@@ -137,18 +168,34 @@ bool TEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, 
     return false;
 }
 
-void TEnginePage::Queue(const QJsonObject& message) {
-    FMessages.push_back(message);
-    if (FCallDepth == 0)
-        QMetaObject::invokeMethod(
-            this, [this] { DeliverMessages(); }, Qt::QueuedConnection);
+// News about a pointer that only moves leave the selection as it was.
+void TEnginePage::Hear(const QJsonObject& message) {
+    const bool changes = message[QStringLiteral("event")] != QStringLiteral("mousemove");
+    if (changes) FSelection.reset();
+    Queue([this, message, changes] {
+        // A call that was under way when the news came may have kept what was before.
+        if (changes) FSelection.reset();
+        if (OnMessage) OnMessage(message);
+    });
 }
 
-void TEnginePage::DeliverMessages() {
-    while (!FMessages.empty() && FCallDepth == 0) {
-        const QJsonObject message = FMessages.front();
-        FMessages.erase(FMessages.begin());
-        if (OnMessage) OnMessage(message);
+void TEnginePage::Queue(std::function<void()> news) {
+    FNews.push_back(std::move(news));
+    DeliverLater();
+}
+
+void TEnginePage::DeliverLater() {
+    if (!FNews.empty() && FCallDepth == 0)
+        QMetaObject::invokeMethod(
+            this, [this] { DeliverNews(); }, Qt::QueuedConnection);
+}
+
+void TEnginePage::DeliverNews() {
+    const QPointer<TEnginePage> alive(this);
+    while (alive && !FNews.empty() && FCallDepth == 0) {
+        const auto news = std::move(FNews.front());
+        FNews.erase(FNews.begin());
+        news();
     }
 }
 
@@ -156,15 +203,24 @@ void TEnginePage::Release(int number, int generation) {
     if (generation == FGeneration) FReleased.append(number);
 }
 
+const QJsonObject& TEnginePage::Selection() {
+    if (!FSelection) FSelection = Call({QStringLiteral("selection"), 0, {}, {}, true}).toObject();
+    return *FSelection;
+}
+
 QJsonValue TEnginePage::Call(const TEngineCall& call) {
     if (!FReady) Fail(QStringLiteral("The document is not loaded."));
+    if (FHung) Fail(QStringLiteral("The HTML engine does not answer."));
     const QJsonObject request{{QStringLiteral("release"), FReleased},
                               {QStringLiteral("operation"), call.Operation},
                               {QStringLiteral("on"), call.On},
                               {QStringLiteral("arguments"), call.Arguments},
                               {QStringLiteral("moves"), call.Moves}};
     FReleased = {};
+    const int generation = FGeneration;
     const QString answer = RunAndWait(QStringLiteral("quoraneCall(%1)").arg(ToJson(request)));
+    if (!call.Reads) FSelection.reset();
+    if (generation != FGeneration) Fail(QStringLiteral("The document went away during a call."));
     if (answer.isEmpty()) Fail(QStringLiteral("The HTML engine does not answer."));
     const QJsonObject result = QJsonDocument::fromJson(answer.toUtf8()).object();
     if (const QJsonValue failure = result[QStringLiteral("failure")]; failure.isString())
@@ -181,33 +237,37 @@ QString TEnginePage::RunAndWait(const QString& script) {
         bool Waiting = true;
     };
     const auto answer = std::make_shared<TAnswer>();
-    const auto outerWake = std::exchange(FWakeCaller, [weak = std::weak_ptr(answer)] {
-        if (const auto waiting = weak.lock()) waiting->Loop.quit();
+    const auto wake = [weak = std::weak_ptr(answer)] {
+        if (const auto waiting = weak.lock()) {
+            waiting->Waiting = false;
+            waiting->Loop.quit();
+        }
+    };
+    const int generation = FGeneration;
+    const auto outerWake = std::exchange(FWakeCaller, wake);
+    ++FCalls;
+    const QPointer<TEnginePage> alive(this);
+    runJavaScript(script, AgentWorld,
+                  [this, alive, generation, wake, weak = std::weak_ptr(answer)](const QVariant& value) {
+                      if (alive && generation == FGeneration) FHung = false;
+                      if (const auto waiting = weak.lock()) waiting->Text = value.toString();
+                      wake();
+                  });
+    const TApplication::TEngineCall mark;
+    QTimer limit;
+    limit.setSingleShot(true);
+    connect(&limit, &QTimer::timeout, this, [this, generation, wake] {
+        FHung = generation == FGeneration;
+        wake();
     });
-    runJavaScript(script, AgentWorld, [weak = std::weak_ptr(answer)](const QVariant& value) {
-        const auto waiting = weak.lock();
-        if (!waiting || !waiting->Waiting) return;
-        waiting->Text = value.toString();
-        waiting->Waiting = false;
-        waiting->Loop.quit();
-    });
-    if (answer->Waiting) {
-        const TApplication::TEngineCall mark;
-        QTimer limit;
-        limit.setSingleShot(true);
-        connect(&limit, &QTimer::timeout, &answer->Loop, &QEventLoop::quit);
-        limit.start(LongestCallMs);
-        ++FCallDepth;
-        const QPointer<TEnginePage> alive(this);
-        answer->Loop.exec(QEventLoop::ExcludeUserInputEvents);
-        if (!alive) Fail(QStringLiteral("The HTML engine was taken away during a call."));
-        --FCallDepth;
-    }
-    answer->Waiting = false;
+    limit.start(FLimits.Call);
+    ++FCallDepth;
+    if (answer->Waiting) answer->Loop.exec(QEventLoop::ExcludeUserInputEvents);
+    if (!alive) Fail(QStringLiteral("The HTML engine was taken away during a call."));
+    --FCallDepth;
     FWakeCaller = outerWake;
-    if (FWakeCaller && !FReady) FWakeCaller();
-    if (!FMessages.empty() && FCallDepth == 0)
-        QMetaObject::invokeMethod(
-            this, [this] { DeliverMessages(); }, Qt::QueuedConnection);
+    // The documents of callers farther out are gone as well.
+    if (FWakeCaller && generation != FGeneration) FWakeCaller();
+    DeliverLater();
     return answer->Text;
 }

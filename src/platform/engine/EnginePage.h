@@ -2,33 +2,38 @@
 // agent in the page and news from it.
 #pragma once
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineUrlRequestInterceptor>
 
+#include <chrono>
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <set>
 #include <vector>
 
 class QWebChannel;
 class QWebEngineLoadingInfo;
 
-// Lets through only what belongs to the document on show: the file itself, files in its
-// folder, pictures inside the text, and files that the user put in.
+// Lets through only what belongs to the document on show: the file itself, pictures
+// inside the text, in the folder for pictures and those that the user put in.
 class TFileGuard : public QWebEngineUrlRequestInterceptor {
 public:
     using QWebEngineUrlRequestInterceptor::QWebEngineUrlRequestInterceptor;
 
     void SetDocument(const QString& path);
-    void Allow(const QString& path) { FAllowed.insert(path); }
+    void Allow(const QString& path) { FAllowed.insert(QFileInfo(path).canonicalFilePath()); }
 
     void interceptRequest(QWebEngineUrlRequestInfo& info) override;
 
 private:
-    bool Allows(const QUrl& url) const;
+    bool AllowsPicture(const QUrl& url) const;
 
-    QString FFolder;
+    QString FDocument;
     std::set<QString> FAllowed;
 };
 
@@ -48,6 +53,14 @@ struct TEngineCall {
     QJsonArray Arguments;
     // Moves of a range that come before the operation.
     QJsonArray Moves;
+    // Neither document nor selection is different afterwards.
+    bool Reads = false;
+};
+
+// After these times a wait ends as failed.
+struct TEngineLimits {
+    std::chrono::milliseconds Call{10'000};
+    std::chrono::milliseconds Load{30'000};
 };
 
 class TEnginePage : public QWebEnginePage {
@@ -64,8 +77,15 @@ public:
 
     // Runs one operation and waits for its answer in a loop that takes no input. Raises
     // EOleSysError when the page is not ready, the operation fails, no answer comes in
-    // time or the engine's process dies.
+    // time, the engine's process dies or another document is loaded meanwhile. After a
+    // call without an answer the next ones fail at once until the engine comes round.
     QJsonValue Call(const TEngineCall& call);
+    // The kind of the selection and the state of the formatting commands on it: asked
+    // for once, and again after news or a call that may have changed it.
+    const QJsonObject& Selection();
+    // How many operations were run.
+    std::int64_t Calls() const { return FCalls; }
+    void SetLimits(const TEngineLimits& limits) { FLimits = limits; }
     // The object is no longer needed; told with the next call.
     void Release(int number, int generation);
     bool Calling() const { return FCallDepth > 0; }
@@ -75,6 +95,8 @@ public:
     // News from the agent, never while a call waits.
     std::function<void(const QJsonObject& message)> OnMessage;
     std::function<void()> OnLoaded;
+    // The engine's process has died, and the document with it. Never while a call waits.
+    std::function<void()> OnGone;
     std::function<void(const QUrl& url)> OnLink;
 
 protected:
@@ -85,20 +107,31 @@ private:
     void SetUp();
     void InstallAgent();
     void LoadingChanged(const QWebEngineLoadingInfo& info);
+    void EndLoad(bool succeeded);
+    void GiveUpLoad();
     void RendererGone();
-    void Queue(const QJsonObject& message);
-    void DeliverMessages();
+    void LeaveDocument();
+    void Hear(const QJsonObject& message);
+    void Queue(std::function<void()> news);
+    void DeliverLater();
+    void DeliverNews();
     QString RunAndWait(const QString& script);
 
     TFileGuard* FGuard;
     QWebChannel* FChannel;
     TEngineHost FHost;
+    QString FAgent;
     QUrl FDocument;
-    std::vector<QJsonObject> FMessages;
+    TEngineLimits FLimits;
+    QTimer FLoadLimit;
+    std::vector<std::function<void()>> FNews;
     QJsonArray FReleased;
+    std::optional<QJsonObject> FSelection;
     std::function<void()> FWakeCaller;
+    std::int64_t FCalls = 0;
     int FGeneration = 0;
     int FCallDepth = 0;
     bool FLoading = false;
     bool FReady = false;
+    bool FHung = false;
 };

@@ -14,10 +14,10 @@ public:
     explicit TSelection(TEnginePage& page)
         : FDocument(page, 0) {}
 
-    std::string get_type() override { return FDocument.Call("selectionType").toString().toStdString(); }
-    THtmlHandle<IHTMLRange> createRange() override {
-        return MakeRange(FDocument.Page(), FDocument.Call("createRange"));
+    std::string get_type() override {
+        return FDocument.Page().Selection()[QLatin1String("type")].toString().toStdString();
     }
+    THtmlHandle<IHTMLRange> createRange() override { return MakeRange(FDocument.Page()); }
 
 private:
     TPageObject FDocument;
@@ -70,11 +70,12 @@ THtmlDocument::THtmlDocument(TEnginePage& page)
     : FObject(page, 0) {}
 
 void THtmlDocument::put_designMode(const std::string& mode) {
-    FObject.Call("setDesignMode", {mode == "On" ? QStringLiteral("on") : QStringLiteral("off")});
+    FEditing = mode == "On";
+    FObject.Call("setDesignMode", {FEditing ? QStringLiteral("on") : QStringLiteral("off")});
 }
 
 std::string THtmlDocument::get_designMode() {
-    return FObject.Call("designMode").toString().toStdString();
+    return FObject.Read("designMode").toString().toStdString();
 }
 
 void THtmlDocument::put_charset(const std::string& charset) {
@@ -99,7 +100,7 @@ THtmlHandle<IHTMLEditServices> THtmlDocument::get_EditServices() {
 }
 
 THtmlHandle<IHTMLElement> THtmlDocument::get_documentElement() {
-    return MakeElement(FObject.Page(), FObject.Call("documentElement"));
+    return MakeElement(FObject.Page(), FObject.Read("documentElement"));
 }
 
 THtmlStatus THtmlDocument::Exec(std::uint32_t command, std::uint32_t, const THtmlValue& in) {
@@ -118,7 +119,10 @@ THtmlStatus THtmlDocument::QueryStatus(std::uint32_t command, std::uint32_t& fla
     flags = 0;
     const QString name = CommandName(command);
     if (name.isEmpty()) return hsFail;
-    return Status([&] { flags = static_cast<std::uint32_t>(FObject.Call("commandFlags", {name}).toInt()); });
+    return Status([&] {
+        const QJsonValue all = FObject.Page().Selection()[QLatin1String("flags")];
+        flags = static_cast<std::uint32_t>(all[name].toInt());
+    });
 }
 
 THtmlStatus THtmlDocument::IsDirty() {
@@ -157,7 +161,7 @@ THtmlStatus THtmlDocument::Unadvise(std::uint32_t cookie) {
 void THtmlDocument::Tell(const QJsonObject& message) {
     if (const QJsonValue type = message[QStringLiteral("event")]; type.isString()) {
         TellDesigners(type.toString());
-    } else if (message[QStringLiteral("epoch")].toInt() == FEpoch) {
+    } else if (message[QStringLiteral("epoch")] == FEpoch) {
         // News from before the last setting of the dirty state says nothing any more.
         FDirty = message[QStringLiteral("dirty")].toBool();
     }

@@ -40,6 +40,7 @@ public:
     void Tell(const QJsonObject& message);
     void TellFocus(bool focused);
     bool Alive() const { return FObject.Alive(); }
+    bool Editing() const { return FEditing; }
 
 private:
     void TellDesigners(const QString& type);
@@ -49,5 +50,6 @@ private:
     std::map<std::uint32_t, IHtmlEventSink*> FSinks;
     std::uint32_t FLastCookie = 0;
     bool FDirty = false;
+    bool FEditing = false;
     int FEpoch = 0;
 };

@@ -52,16 +52,16 @@ public:
         , FTag(answer[QLatin1String("tag")].toString().toStdU16String()) {}
 
     std::u16string get_tagName() override { return FTag; }
-    std::u16string get_outerHTML() override { return FObject->Call("outerHTML").toString().toStdU16String(); }
+    std::u16string get_outerHTML() override { return FObject->Read("outerHTML").toString().toStdU16String(); }
     THtmlValue getAttribute(const std::u16string& name) override {
-        return ToHtmlValue(FObject->Call("attribute", {Text(name)}));
+        return ToHtmlValue(FObject->Read("attribute", {Text(name)}));
     }
     void setAttribute(const std::u16string& name, const THtmlValue& value) override {
         Set(Text(name), value);
     }
     THtmlHandle<IHTMLElementCollection> get_children() override {
         std::vector<THtmlHandle<IHTMLElement>> elements;
-        const QJsonArray children = FObject->Call("children").toArray();
+        const QJsonArray children = FObject->Read("children").toArray();
         for (const QJsonValue child : children)
             elements.push_back(MakeElement(FObject->Page(), child));
         return std::make_shared<TCollection>(std::move(elements));
@@ -109,28 +109,44 @@ public:
     void put_align(const std::u16string& align) override { Set(QStringLiteral("align"), align); }
 };
 
-// What both kinds of range do alike, over the interface of the kind.
+// What both kinds of range do alike, over the interface of the kind. The agent's range
+// is made when one is needed: the values of the selection are known without.
 template<class Kind> class TRangeOf : public Kind {
 public:
-    TRangeOf(TEnginePage& page, const QJsonValue& answer)
-        : FObject(page, NumberOf(answer)) {}
+    explicit TRangeOf(TEnginePage& page)
+        : FDocument(page, 0) {}
 
     bool execCommand(const std::string& name, bool, const THtmlValue& value) override {
-        return FObject.Call("rangeCommand", {Text(name), ToJson(value)}).toBool();
+        return Range().Call("rangeCommand", {Text(name), ToJson(value)}).toBool();
     }
     THtmlValue queryCommandValue(const std::string& name) override {
-        return ToHtmlValue(FObject.Call("rangeValue", {Text(name)}));
+        if (!FRange) {
+            const QJsonObject values = FDocument.Page().Selection()[QLatin1String("values")].toObject();
+            const auto known = values.constFind(Text(name).toLower());
+            if (known != values.constEnd()) return ToHtmlValue(*known);
+        }
+        return ToHtmlValue(Range().Call("rangeValue", {Text(name)}));
     }
 
 protected:
-    TPageObject FObject;
+    TPageObject& Range() {
+        if (!FRange) {
+            const int number = NumberOf(FDocument.Read("createRange"));
+            FRange = std::make_unique<TPageObject>(FDocument.Page(), number);
+        }
+        return *FRange;
+    }
+
+private:
+    TPageObject FDocument;
+    std::unique_ptr<TPageObject> FRange;
 };
 
 class TControlRange : public TRangeOf<IHTMLControlRange> {
 public:
     using TRangeOf::TRangeOf;
     THtmlHandle<IHTMLElement> commonParentElement() override {
-        return MakeElement(FObject.Page(), FObject.Call("rangeControl"));
+        return MakeElement(Range().Page(), Range().Read("rangeControl"));
     }
 };
 
@@ -138,23 +154,23 @@ class TTxtRange : public TRangeOf<IHTMLTxtRange> {
 public:
     using TRangeOf::TRangeOf;
 
-    std::u16string get_text() override { return FObject.Call("rangeText").toString().toStdU16String(); }
+    std::u16string get_text() override { return Range().Read("rangeText").toString().toStdU16String(); }
     void moveToPoint(std::int32_t x, std::int32_t y) override {
-        FObject.Move({QStringLiteral("point"), x, y});
+        Range().Move({QStringLiteral("point"), x, y});
     }
     void moveStart(const std::string& unit, std::int32_t count) override {
-        FObject.Move({QStringLiteral("start"), Text(unit), count});
+        Range().Move({QStringLiteral("start"), Text(unit), count});
     }
     void moveEnd(const std::string& unit, std::int32_t count) override {
-        FObject.Move({QStringLiteral("end"), Text(unit), count});
+        Range().Move({QStringLiteral("end"), Text(unit), count});
     }
-    void collapse(bool toStart) override { FObject.Move({QStringLiteral("collapse"), toStart}); }
+    void collapse(bool toStart) override { Range().Move({QStringLiteral("collapse"), toStart}); }
     THtmlHandle<IHTMLElement> parentElement() override {
-        return MakeElement(FObject.Page(), FObject.Call("rangeParent"));
+        return MakeElement(Range().Page(), Range().Read("rangeParent"));
     }
     void pasteHTML(const std::u16string& html) override {
         AllowPictures(Text(html));
-        FObject.Call("rangePaste", {Text(html)});
+        Range().Call("rangePaste", {Text(html)});
     }
 
 private:
@@ -163,7 +179,7 @@ private:
         static const QRegularExpression source(QStringLiteral(R"re(<img\b[^>]*\bsrc="([^"]*)")re"),
                                                QRegularExpression::CaseInsensitiveOption);
         for (auto match = source.globalMatch(html); match.hasNext();)
-            FObject.Page().Guard().Allow(QUrl::fromUserInput(match.next().captured(1)).toLocalFile());
+            Range().Page().Guard().Allow(QUrl::fromUserInput(match.next().captured(1)).toLocalFile());
     }
 };
 
@@ -209,8 +225,17 @@ TEnginePage& TPageObject::Page() const {
     return *FPage;
 }
 
+QJsonValue TPageObject::Run(const char* operation, const QJsonArray& arguments, bool reads) const {
+    return Page().Call(
+        {QString::fromLatin1(operation), FNumber, arguments, std::exchange(FMoves, {}), reads});
+}
+
 QJsonValue TPageObject::Call(const char* operation, const QJsonArray& arguments) const {
-    return Page().Call({QString::fromLatin1(operation), FNumber, arguments, std::exchange(FMoves, {})});
+    return Run(operation, arguments, false);
+}
+
+QJsonValue TPageObject::Read(const char* operation, const QJsonArray& arguments) const {
+    return Run(operation, arguments, true);
 }
 
 THtmlHandle<IHTMLElement> MakeElement(TEnginePage& page, const QJsonValue& answer) {
@@ -223,7 +248,8 @@ THtmlHandle<IHTMLElement> MakeElement(TEnginePage& page, const QJsonValue& answe
     return std::make_shared<TElement>(page, answer);
 }
 
-THtmlHandle<IHTMLRange> MakeRange(TEnginePage& page, const QJsonValue& answer) {
-    if (answer[QLatin1String("control")].toBool()) return std::make_shared<TControlRange>(page, answer);
-    return std::make_shared<TTxtRange>(page, answer);
+THtmlHandle<IHTMLRange> MakeRange(TEnginePage& page) {
+    if (page.Selection()[QLatin1String("type")] == QStringLiteral("Control"))
+        return std::make_shared<TControlRange>(page);
+    return std::make_shared<TTxtRange>(page);
 }

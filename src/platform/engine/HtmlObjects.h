@@ -22,6 +22,8 @@ public:
     TPageObject& operator=(const TPageObject&) = delete;
 
     QJsonValue Call(const char* operation, const QJsonArray& arguments = {}) const;
+    // For an operation that changes neither document nor selection.
+    QJsonValue Read(const char* operation, const QJsonArray& arguments = {}) const;
     // Does a move of a range before the next call.
     void Move(const QJsonArray& move) { FMoves.append(move); }
     // Raises EOleSysError when the document is gone.
@@ -29,6 +31,8 @@ public:
     bool Alive() const { return FPage && FPage->Ready() && FPage->Generation() == FGeneration; }
 
 private:
+    QJsonValue Run(const char* operation, const QJsonArray& arguments, bool reads) const;
+
     QPointer<TEnginePage> FPage;
     int FNumber;
     int FGeneration;
@@ -38,4 +42,5 @@ private:
 // The element that the agent's answer describes, with the interfaces of its kind; empty
 // for null.
 THtmlHandle<IHTMLElement> MakeElement(TEnginePage& page, const QJsonValue& answer);
-THtmlHandle<IHTMLRange> MakeRange(TEnginePage& page, const QJsonValue& answer);
+// A range over the selection.
+THtmlHandle<IHTMLRange> MakeRange(TEnginePage& page);

@@ -3,8 +3,8 @@
 #include "contracts/Exceptions.h"
 #include "platform/widgets/QtText.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
-#include <QCoreApplication>
 #include <QFocusEvent>
 #include <QMenu>
 
@@ -41,14 +41,20 @@ TWebBrowser::TWebBrowser(TWinControl& parent, const std::string& name)
     FPage->OnMessage = [this](const QJsonObject& message) {
         if (const auto document = FDocument) document->Tell(message);
     };
+    FPage->OnGone = [this] {
+        if (OnEngineGone) Application().Dispatch(FControl, [this] { OnEngineGone(); });
+    };
     FPage->OnLink = [this](const QUrl& url) {
         if (OnLinkClick) Application().Dispatch(FControl, [&] { OnLinkClick(FromQt(url.toString())); });
     };
+    connect(FPage.get(), &QWebEnginePage::renderProcessTerminated, this,
+            [this] { FTakeFocus = FFocusWidget && FFocusWidget->hasFocus(); });
     WatchFocus();
 }
 
 TWebBrowser::~TWebBrowser() {
     FPage->OnLoaded = nullptr;
+    FPage->OnGone = nullptr;
     if (FControl) FControl->setPage(nullptr);
 }
 
@@ -71,6 +77,10 @@ THtmlHandle<IHtmlObject> TWebBrowser::Document() {
     return std::static_pointer_cast<IHTMLDocument2>(FDocument);
 }
 
+std::int64_t TWebBrowser::EngineCalls() {
+    return FPage->Calls();
+}
+
 void TWebBrowser::SetFocus() {
     if (FControl) FControl->setFocus();
 }
@@ -87,13 +97,24 @@ void TWebBrowser::WatchFocus() {
     if (!proxy || proxy == FFocusWidget) return;
     FFocusWidget = proxy;
     proxy->installEventFilter(this);
+    // With the old widget the focus went nowhere.
+    if (std::exchange(FTakeFocus, false) && !QApplication::focusWidget()) SetFocus();
 }
 
 bool TWebBrowser::eventFilter(QObject* watched, QEvent* event) {
     const bool focusEvent = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
     if (!focusEvent || watched != FFocusWidget) return false;
+    const bool gained = event->type() == QEvent::FocusIn;
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    const auto document = FDocument;
+    // The Tab key would take the caret from its place to the first link or field.
+    const bool tabbed = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+    if (gained && tabbed && document && document->Editing()) {
+        QFocusEvent plain(QEvent::FocusIn, Qt::OtherFocusReason);
+        QCoreApplication::sendEvent(watched, &plain);
+        return true;
+    }
     // The context menu is a part of the editor.
-    if (static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason) return false;
-    if (const auto document = FDocument) document->TellFocus(event->type() == QEvent::FocusIn);
+    if (reason != Qt::PopupFocusReason && document) document->TellFocus(gained);
     return false;
 }

@@ -31,6 +31,10 @@ public:
     bool Busy() override;
     THtmlHandle<IHtmlObject> Document() override;
     void SetFocus() override;
+    std::int64_t EngineCalls() override;
+
+    // For tests, which do not wait as long as users.
+    void SetLimits(const TEngineLimits& limits) { FPage->SetLimits(limits); }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -43,6 +47,8 @@ private:
     QWebEngineProfile FProfile;
     std::unique_ptr<TEnginePage> FPage;
     QPointer<TBrowserControl> FControl;
-    QPointer<QObject> FFocusWidget;
+    QPointer<QWidget> FFocusWidget;
+    // The focus was here when the engine's process died.
+    bool FTakeFocus = false;
     std::shared_ptr<THtmlDocument> FDocument;
 };

@@ -8,6 +8,9 @@
 
     const objects = new Map();
     const waiting = [];
+    // What is put off until the page is done with an event.
+    const afterEvent = new MessageChannel();
+    const putOff = [];
     const segmenter = new Intl.Segmenter(undefined, { granularity: 'word' });
     let lastNumber = 0;
     let port = null;
@@ -15,6 +18,8 @@
     // Counts the settings of the dirty state from outside; tells late news apart.
     let epoch = 0;
     let movePending = false;
+    // The other side holds the state of the selection.
+    let selectionTold = false;
 
     function keep(object) {
         objects.set(++lastNumber, object);
@@ -41,6 +46,12 @@
         post({ dirty: value, epoch: epoch });
     }
 
+    function tellStale() {
+        if (!selectionTold) return;
+        selectionTold = false;
+        post({ stale: true });
+    }
+
     function currentRange() {
         const selection = document.getSelection();
         if (selection.rangeCount > 0) return selection.getRangeAt(0);
@@ -57,8 +68,13 @@
         return node && /^(IMG|TABLE)$/.test(node.nodeName) ? node : null;
     }
 
+    // Setting a selection drops what is chosen for the next letter, so a range that is
+    // selected already stays untouched.
     function select(range) {
         const selection = document.getSelection();
+        const old = selection.rangeCount > 0 ? selection.getRangeAt(0) : null;
+        if (old && range.startContainer === old.startContainer && range.startOffset === old.startOffset &&
+            range.endContainer === old.endContainer && range.endOffset === old.endOffset) return;
         selection.removeAllRanges();
         selection.addRange(range);
     }
@@ -188,12 +204,33 @@
         return value !== null && /^-?\d{1,9}$/.test(value) ? Number(value) : value;
     }
 
+    function selectionType() {
+        const range = currentRange();
+        if (controlIn(range)) return 'Control';
+        return range.collapsed ? 'None' : 'Text';
+    }
+
+    function commandFlags(name) {
+        return (document.queryCommandEnabled(name) ? 2 : 0) | (document.queryCommandState(name) ? 4 : 0);
+    }
+
+    // Keys and input commands reach an editable page only when its body has the focus.
+    // A caret that is there stays where it is.
+    function focusBody() {
+        if (document.designMode === 'on' && document.body) document.body.focus({ preventScroll: true });
+    }
+
+    function byName(names, value) {
+        return Object.fromEntries(names.map((name) => [name, value(name)]));
+    }
+
     const operations = {
         setDesignMode(_, mode) {
             document.designMode = mode;
             document.execCommand('styleWithCSS', false, false);
             // Without a caret the first keys would go nowhere.
             if (mode === 'on' && document.getSelection().rangeCount === 0) select(currentRange());
+            focusBody();
         },
         designMode: () => (document.designMode === 'on' ? 'On' : 'Off'),
         initNew() {
@@ -205,15 +242,16 @@
         },
         documentElement: () => keepElement(document.documentElement),
         createElement: (_, tag) => keepElement(document.createElement(tag)),
-        selectionType() {
-            const range = currentRange();
-            if (controlIn(range)) return 'Control';
-            return range.collapsed ? 'None' : 'Text';
+        selection() {
+            selectionTold = true;
+            return {
+                type: selectionType(),
+                values: byName(['bold', 'italic', 'underline', 'fontname', 'fontsize', 'forecolor',
+                    'justifyleft', 'justifycenter', 'justifyright'], commandValue),
+                flags: byName(['insertOrderedList', 'insertUnorderedList'], commandFlags),
+            };
         },
-        createRange() {
-            const range = currentRange().cloneRange();
-            return Object.assign(keep({ range: range, hit: true }), { control: controlIn(range) !== null });
-        },
+        createRange: () => keep({ range: currentRange().cloneRange(), hit: true }),
         rangeCommand(state, name, value) {
             select(state.range);
             const color = /color$/i.test(name) && typeof value === 'number';
@@ -238,9 +276,6 @@
         },
         command(_, name) {
             return run(name, null);
-        },
-        commandFlags(_, name) {
-            return (document.queryCommandEnabled(name) ? 2 : 0) | (document.queryCommandState(name) ? 4 : 0);
         },
         outerHTML: (element) => element.outerHTML,
         attribute: (element, name) => attributeValue(element, name),
@@ -278,8 +313,13 @@
         select(range);
     }, true);
 
+    // Who hears of these events asks the document at once, and is to see what they did.
+    afterEvent.port1.onmessage = () => post({ event: putOff.shift() });
     for (const type of ['mouseup', 'keydown'])
-        document.addEventListener(type, () => post({ event: type }), true);
+        document.addEventListener(type, () => {
+            putOff.push(type);
+            afterEvent.port2.postMessage(null);
+        }, true);
     document.addEventListener('mousemove', () => {
         if (movePending) return;
         movePending = true;
@@ -288,7 +328,14 @@
             post({ event: 'mousemove' });
         });
     }, true);
-    document.addEventListener('input', () => setDirty(true), true);
+    document.addEventListener('input', () => {
+        setDirty(true);
+        tellStale();
+    }, true);
+    document.addEventListener('selectionchange', tellStale);
+    window.addEventListener('focus', (event) => {
+        if (event.target === window || event.target === document) focusBody();
+    });
 
     new QWebChannel(qt.webChannelTransport, (channel) => {
         port = channel.objects.host;
