@@ -2,6 +2,8 @@
 
 #include "server/tlb/ClassObjects.h"
 
+#include <grpcpp/grpcpp.h>
+
 namespace {
 
 using namespace Backend;
@@ -125,7 +127,13 @@ void TSdkTest::Restart() {
 }
 
 std::shared_ptr<grpc::Channel> TSdkTest::Channel(const std::string& host) {
-    return host == "local" && FServer->Running() ? FServer->Channel() : nullptr;
+    if (host == "local" && FServer->Running()) return FServer->Channel();
+    if (host != "port" || FPort == 0) return nullptr;
+    grpc::ChannelArguments arguments;
+    // A new channel tries again at once, however often the old one has failed.
+    arguments.SetInt(GRPC_ARG_USE_LOCAL_SUBCHANNEL_POOL, 1);
+    return grpc::CreateCustomChannel("127.0.0.1:" + std::to_string(FPort), grpc::InsecureChannelCredentials(),
+                                     arguments);
 }
 
 Handle<IQuoraneServer> TSdkTest::Server(const std::u16string& host) {

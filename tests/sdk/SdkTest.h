@@ -53,6 +53,9 @@ protected:
     Backend::ServerOptions FOptions;
     TSample FSample;
     std::unique_ptr<Backend::EmbeddedServer> FServer;
+    // Where the server also listens, if a test has asked it to; clients reach it there
+    // under the name "port".
+    int FPort = 0;
     Sdk::TCallRecorder FCalls;
 
 private:
