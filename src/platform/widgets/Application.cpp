@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCursor>
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QPointer>
 
 #include "platform/widgets/Actions.h"
@@ -14,8 +15,30 @@
 #include "platform/widgets/Dialogs.h"
 #include "platform/widgets/QtText.h"
 
+namespace {
+
+// Shows the keys of all widgets to the message hook. The system asks the widget with the
+// focus about each key before shortcuts get it; that is where the hook comes in.
+class TKeyFilter : public QObject {
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const bool down = event->type() == QEvent::ShortcutOverride;
+        QWidget* focused = QApplication::focusWidget();
+        if (!(down || event->type() == QEvent::KeyRelease) || watched != focused) return false;
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        if (!down && key.isAutoRepeat()) return false;
+        const bool handled = Application().CallMessageHook(KeyMessage(key, *focused));
+        if (!down || !handled) return false;
+        event->accept();
+        return true;
+    }
+};
+
+} // namespace
+
 // What ties the application to Qt's loop: renewed when a program makes another loop.
 struct TApplication::TLoop {
+    std::unique_ptr<TKeyFilter> KeyFilter;
     QPointer<QAbstractEventDispatcher> Dispatcher;
     QMetaObject::Connection Connection;
 };
@@ -83,6 +106,27 @@ void TApplication::CallModalHook(TForm& form) {
 
 void TApplication::ProcessMessages() {
     QCoreApplication::processEvents();
+}
+
+void TApplication::WaitMessage() {
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
+void TApplication::SetMessageHook(TMessageHook hook) {
+    FMessageHook = std::move(hook);
+    // The filter stays: the call may come from inside it.
+    if (!FLoop->KeyFilter) FLoop->KeyFilter = std::make_unique<TKeyFilter>();
+    if (FMessageHook)
+        qApp->installEventFilter(FLoop->KeyFilter.get());
+    else if (qApp)
+        qApp->removeEventFilter(FLoop->KeyFilter.get());
+}
+
+bool TApplication::CallMessageHook(const TKeyMessage& message) {
+    bool handled = false;
+    const TMessageHook hook = FMessageHook;
+    if (hook) Dispatch(nullptr, [&] { hook(message, handled); });
+    return handled;
 }
 
 bool TApplication::IsSending(const TComponent& sender) const {

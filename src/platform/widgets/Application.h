@@ -97,6 +97,15 @@ public:
 
     // Handles what waits in the message queue and returns.
     void ProcessMessages();
+    // The same, but waits for a message when there is none.
+    void WaitMessage();
+
+    // Told of every key before shortcuts and controls see it. Setting handled keeps
+    // all shortcuts from a key that goes down; it reaches its control in any case.
+    using TMessageHook = std::function<void(const TKeyMessage& message, bool& handled)>;
+    // There is one hook at a time; empty takes it away.
+    void SetMessageHook(TMessageHook hook);
+    bool CallMessageHook(const TKeyMessage& message);
     // Runs the update handlers now, as the loop does when it has nothing left to do.
     // Does nothing while a handler or a marked engine call is on the stack.
     void ProcessIdle();
@@ -157,6 +166,7 @@ private:
     std::unique_ptr<IDialogs> FNativeDialogs;
     IDialogs* FDialogs = nullptr;
     std::function<void(TForm&)> FModalHook;
+    TMessageHook FMessageHook;
     std::vector<const TComponent*> FSenders;
     std::vector<TActionList*> FActionLists;
     std::string FLateError;

@@ -80,8 +80,10 @@ private:
 
 enum class TMouseButton { Left, Right, Middle };
 
+// Tab stands for Backtab as well, which is Tab with Shift.
 enum class TKey {
     Other,
+    Backspace,
     Delete,
     F2,
     F5,
@@ -102,6 +104,19 @@ struct TShiftState {
     bool Shift = false;
     bool Ctrl = false;
     bool Alt = false;
+};
+
+class TWinControl;
+
+// A key on its way to the control that has the focus.
+struct TKeyMessage {
+    bool Down = true; // else up
+    TKey Key = TKey::Other;
+    // Of a letter's key, in capitals; 0 for any other key.
+    char Letter = 0;
+    TShiftState Shift;
+    // Empty when none of this layer's controls has the focus.
+    TWinControl* Window = nullptr;
 };
 
 // How a control is placed in its parent: not at all (its bounds stand), along an

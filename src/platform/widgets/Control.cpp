@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -276,6 +277,13 @@ void TWinControl::SetFocus() {
     Widget().setFocus(Qt::OtherFocusReason);
 }
 
+bool TWinControl::ContainsFocus() const {
+    const QWidget* widget = QApplication::focusWidget();
+    while (widget && widget != &Widget())
+        widget = widget->parentWidget();
+    return widget != nullptr;
+}
+
 bool TWinControl::Focused() const {
     return Widget().hasFocus();
 }
@@ -353,7 +361,10 @@ TKey KeyOf(int key) {
     case Qt::Key_Escape:
         return TKey::Escape;
     case Qt::Key_Tab:
+    case Qt::Key_Backtab:
         return TKey::Tab;
+    case Qt::Key_Backspace:
+        return TKey::Backspace;
     case Qt::Key_Space:
         return TKey::Space;
     case Qt::Key_Insert:
@@ -386,6 +397,17 @@ TMouseButton ButtonOf(Qt::MouseButton button) {
 }
 
 } // namespace
+
+TKeyMessage KeyMessage(const QKeyEvent& event, QWidget& receiver) {
+    TKeyMessage message;
+    message.Down = event.type() != QEvent::KeyRelease;
+    message.Key = KeyOf(event.key());
+    if (event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z) message.Letter = static_cast<char>(event.key());
+    message.Shift = ShiftOf(event.modifiers());
+    for (QWidget* widget = &receiver; widget && !message.Window; widget = widget->parentWidget())
+        message.Window = dynamic_cast<TWinControl*>(widget);
+    return message;
+}
 
 bool TWinControl::HandleKey(QEvent& event) {
     const auto& key = static_cast<QKeyEvent&>(event);
@@ -421,6 +443,15 @@ bool TWinControl::HandleContextMenu(QEvent& event) {
     return true;
 }
 
+namespace {
+
+bool MovesInsideWindow(const QEvent& event) {
+    const Qt::FocusReason reason = static_cast<const QFocusEvent&>(event).reason();
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
+}
+
+} // namespace
+
 bool TWinControl::HandleEvent(QEvent& event) {
     switch (event.type()) {
     case QEvent::KeyPress:
@@ -432,10 +463,10 @@ bool TWinControl::HandleEvent(QEvent& event) {
     case QEvent::ContextMenu:
         return HandleContextMenu(event);
     case QEvent::FocusIn:
-        Fire(OnEnter);
+        if (MovesInsideWindow(event)) Fire(OnEnter);
         return false;
     case QEvent::FocusOut:
-        Fire(OnExit);
+        if (MovesInsideWindow(event)) Fire(OnExit);
         return false;
     case QEvent::ApplicationPaletteChange:
         ApplyColor();

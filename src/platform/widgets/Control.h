@@ -14,6 +14,7 @@
 #include "platform/widgets/Application.h"
 #include "platform/widgets/Basics.h"
 
+class QKeyEvent;
 class TAlignLayout;
 class TGridLayout;
 class TPopupMenu;
@@ -174,6 +175,8 @@ public:
     ~TWinControl() override;
 
     TEvent<> OnResize;
+    // The focus comes or goes inside the window; not when the window itself is left, or
+    // the control opens a list of its own.
     TEvent<> OnEnter;
     TEvent<> OnExit;
     TEvent<> OnDblClick;
@@ -193,6 +196,9 @@ public:
 
     void SetFocus();
     bool Focused() const;
+    // Whether it or something in it has the focus, an open list included. In OnExit the
+    // focus is where it goes to already.
+    bool ContainsFocus() const;
     // The next control in the tab order; a parent sets it for its children in turn.
     void SetTabOrder(const std::vector<TWinControl*>& controls);
 
@@ -306,3 +312,6 @@ protected:
         return Q::viewportEvent(event);
     }
 };
+
+// The key of a key event that the widget gets.
+TKeyMessage KeyMessage(const QKeyEvent& event, QWidget& receiver);
