@@ -29,6 +29,7 @@ IConnectionPointContainer::~IConnectionPointContainer() = default;
 IHTMLWindow2::~IHTMLWindow2() = default;
 IHTMLDocument2::~IHTMLDocument2() = default;
 IHTMLDocument3::~IHTMLDocument3() = default;
+IOleInPlaceActiveObject::~IOleInPlaceActiveObject() = default;
 IWebBrowser::~IWebBrowser() = default;
 
 void SetHtmlEngineFactory(THtmlEngineFactory factory) {

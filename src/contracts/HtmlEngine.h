@@ -21,6 +21,7 @@
 #include <vector>
 
 class TWinControl;
+struct TKeyMessage;
 
 using THtmlStatus = std::int32_t;
 inline constexpr THtmlStatus hsOk = 0;
@@ -257,6 +258,15 @@ public:
     virtual THtmlHandle<IHTMLElement> get_documentElement() = 0;
 };
 
+// The page as the receiver of keys.
+class IOleInPlaceActiveObject : public virtual IHtmlObject {
+public:
+    ~IOleInPlaceActiveObject() override;
+    // hsOk for a key that the page itself has a command for, such as Ctrl+B, so that no
+    // shortcut of the host may take it away; hsFalse for any other.
+    virtual THtmlStatus TranslateAccelerator(const TKeyMessage& message) = 0;
+};
+
 // The browser control. Its widget fills its parent and goes with it.
 class IWebBrowser {
 public:
@@ -271,6 +281,8 @@ public:
     // Offers IHTMLDocument2, IHTMLDocument3, IOleCommandTarget, IPersistStreamInit.
     // Empty before the first Navigate and while the engine's process is dead.
     virtual THtmlHandle<IHtmlObject> Document() = 0;
+    // Offers IOleInPlaceActiveObject.
+    virtual THtmlHandle<IHtmlObject> Application() = 0;
     virtual void SetFocus() = 0;
     // How often the engine was asked for something, for measurements.
     virtual std::int64_t EngineCalls() = 0;

@@ -6,9 +6,27 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QMenu>
 
+#include <string_view>
+
 #include <unistd.h>
+
+namespace {
+
+class TKeyReceiver : public IOleInPlaceActiveObject {
+public:
+    // Keys without Ctrl are kept from shortcuts by the view itself.
+    THtmlStatus TranslateAccelerator(const TKeyMessage& message) override {
+        static constexpr std::string_view commands = "ABCIUVXYZ";
+        const bool command = message.Shift.Ctrl && !message.Shift.Alt && message.Letter != 0 &&
+                             commands.find(message.Letter) != std::string_view::npos;
+        return command ? hsOk : hsFalse;
+    }
+};
+
+} // namespace
 
 void TBrowserControl::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu;
@@ -29,7 +47,8 @@ void TBrowserControl::contextMenuEvent(QContextMenuEvent* event) {
 void PrepareEngine() {
     if (geteuid() == 0 && !qEnvironmentVariableIsSet("QTWEBENGINE_DISABLE_SANDBOX"))
         qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    if (!QCoreApplication::testAttribute(Qt::AA_ShareOpenGLContexts))
+        QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
 }
 
 TWebBrowser::TWebBrowser(TWinControl& parent, const std::string& name)
@@ -42,10 +61,10 @@ TWebBrowser::TWebBrowser(TWinControl& parent, const std::string& name)
         if (const auto document = FDocument) document->Tell(message);
     };
     FPage->OnGone = [this] {
-        if (OnEngineGone) Application().Dispatch(FControl, [this] { OnEngineGone(); });
+        if (OnEngineGone) ::Application().Dispatch(FControl, [this] { OnEngineGone(); });
     };
     FPage->OnLink = [this](const QUrl& url) {
-        if (OnLinkClick) Application().Dispatch(FControl, [&] { OnLinkClick(FromQt(url.toString())); });
+        if (OnLinkClick) ::Application().Dispatch(FControl, [&] { OnLinkClick(FromQt(url.toString())); });
     };
     connect(FPage.get(), &QWebEnginePage::renderProcessTerminated, this,
             [this] { FTakeFocus = FFocusWidget && FFocusWidget->hasFocus(); });
@@ -81,6 +100,10 @@ std::int64_t TWebBrowser::EngineCalls() {
     return FPage->Calls();
 }
 
+THtmlHandle<IHtmlObject> TWebBrowser::Application() {
+    return std::make_shared<TKeyReceiver>();
+}
+
 void TWebBrowser::SetFocus() {
     if (FControl) FControl->setFocus();
 }
@@ -88,7 +111,7 @@ void TWebBrowser::SetFocus() {
 void TWebBrowser::Loaded() {
     FDocument = FPage->Ready() ? std::make_shared<THtmlDocument>(*FPage) : nullptr;
     WatchFocus();
-    if (OnDownloadComplete) Application().Dispatch(FControl, [this] { OnDownloadComplete(); });
+    if (OnDownloadComplete) ::Application().Dispatch(FControl, [this] { OnDownloadComplete(); });
 }
 
 // The widget that takes the keys is made late and anew after the engine's process died.
@@ -102,6 +125,12 @@ void TWebBrowser::WatchFocus() {
 }
 
 bool TWebBrowser::eventFilter(QObject* watched, QEvent* event) {
+    // The page itself has no way out for the keyboard while it is edited.
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Backtab &&
+        FDocument && FDocument->Editing()) {
+        if (FControl) FControl->LeaveBackwards();
+        return true;
+    }
     const bool focusEvent = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
     if (!focusEvent || watched != FFocusWidget) return false;
     const bool gained = event->type() == QEvent::FocusIn;

@@ -12,6 +12,9 @@ class TBrowserControl : public TControlOf<QWebEngineView> {
 public:
     using TControlOf::TControlOf;
 
+    // Gives the focus to the control before this one, as Shift+Tab does elsewhere.
+    void LeaveBackwards() { focusNextPrevChild(false); }
+
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 };
@@ -30,6 +33,7 @@ public:
     void Navigate(const std::string& path) override;
     bool Busy() override;
     THtmlHandle<IHtmlObject> Document() override;
+    THtmlHandle<IHtmlObject> Application() override;
     void SetFocus() override;
     std::int64_t EngineCalls() override;
 

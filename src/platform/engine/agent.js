@@ -313,6 +313,11 @@
         select(range);
     }, true);
 
+    // What the Tab key puts in is the editor's business.
+    document.addEventListener('keydown', (event) => {
+        if (document.designMode === 'on' && event.key === 'Tab') event.preventDefault();
+    }, true);
+
     // Who hears of these events asks the document at once, and is to see what they did.
     afterEvent.port1.onmessage = () => post({ event: putOff.shift() });
     for (const type of ['mouseup', 'keydown'])
