@@ -1,9 +1,11 @@
+// The way of a description into the engine and back.
 #include "description/UDescriptionFrame.h"
 
 #include "contracts/Exceptions.h"
-#include "contracts/SystemServices.h"
+#include "description/MSHTMLEvents.h"
+#include "frames/ScopedFlag.h"
 #include "frames/URequirementPanel.h"
-#include "platform/widgets/look/HtmlView.h"
+#include "server/UQuoraneSession.h"
 #include "server/UQuoraneStHelpers.h"
 #include "server/UResourceStrings.h"
 
@@ -11,59 +13,160 @@ using namespace Quorane_TLB;
 
 namespace {
 
-// Empty when the requirement has no key reference.
-Handle<IDocumentReference> KeyReference(const Handle<IRequirement>& requirement) {
-    const auto references = EnumerableStCollection(requirement->Get_DocumentReferences())->GetEnumerator();
-    while (references->MoveNext()) {
-        auto reference = Cast<IDocumentReference>(references->GetCurrent());
-        if (reference->Get_IsKey() != WordFalse) return reference;
-    }
-    return {};
+// While a description loads, no change counts as the user's.
+bool UpdatingDescription = false;
+
+void ReplaceAll(std::u16string& text, std::u16string_view what, std::u16string_view by) {
+    for (auto at = text.find(what); at != std::u16string::npos; at = text.find(what, at + by.size()))
+        text.replace(at, what.size(), by);
 }
 
-std::u16string TextOf(const Handle<IDocumentReference>& reference) {
-    if (const auto file = Query<IFileReference>(reference)) return file->Get_Description();
-    if (const auto web = Query<IWebReference>(reference)) return web->Get_URL();
-    if (const auto text = Query<ITextReference>(reference)) return text->Get_Text();
-    throw Exception(SUnknownReferenceKind);
+std::optional<std::int32_t> CurrentNumber() {
+    const Handle<IRequirement>& requirement = GUIHelpers->CurrentRequirement;
+    return requirement ? std::optional(requirement->Get_IDNumber()) : std::nullopt;
 }
 
 } // namespace
 
 TfraDescription::TfraDescription(TWinControl* parent, const std::string& name)
-    : TfraBaseRequirementFrame(parent, name) {
-    wbrReqDescription = new THtmlView(this, "wbrReqDescription");
-    wbrReqDescription->SetAlign(TAlign::Client);
-    wbrReqDescription->SetAccessibleName(SDescription);
-    wbrReqDescription->OnLinkClick = [this](const std::string& address) { OpenLink(address); };
+    : TfraBaseRequirementFrame(parent, name)
+    , wbrReqDescription(std::make_unique<TLateBrowser>(*this, "wbrReqDescription"))
+    , eddDescription(new TEditDesigner(this, "eddDescription")) {
+    wbrReqDescription->OnDownloadComplete = [this] { wbrReqDescriptionDownloadComplete(); };
+    wbrReqDescription->OnLinkClick = [](const std::string& address) { OpenLink(address); };
+    eddDescription->OnPreHandleEvent = [this](std::int32_t eventDispId, IHTMLEventObj& event) {
+        return eddDescriptionPreHandleEvent(eventDispId, event);
+    };
+}
+
+TfraDescription::~TfraDescription() {
+    Application().SetMessageHook({});
 }
 
 void TfraDescription::UpdateDescription() {
-    if (!GUIHelpers->CurrentRequirement) return;
-    wbrReqDescription->Clear();
+    const Handle<IRequirement> requirement = GUIHelpers->CurrentRequirement;
+    if (!wbrReqDescription || !QuoraneSession || !requirement) return;
+    const TScopedFlag updating(UpdatingDescription);
+    FLoadedRequirement = CurrentNumber();
+    FShownRequirement.reset();
     try {
-        wbrReqDescription->SetHtml(HtmlToShow());
+        LeaveDocument();
+        FKeyReferenced = hasKeyReference();
+        if (FKeyReferenced) {
+            if (!Load(FKeyReferenceDescription)) return;
+            SetDesignModeOff();
+        } else {
+            if (!Load(requirement->Get_Description()->Get_Text())) return;
+            SetDesignModeOn();
+            AttachDesigner();
+        }
+        FShownRequirement = FLoadedRequirement;
     } catch (const EOleSysError&) {
         // Frames and tree report what the server refuses; the view stays empty.
-        FKeyReferenced = false;
     }
 }
 
-std::u16string TfraDescription::HtmlToShow() {
-    const Handle<IRequirement> requirement = GUIHelpers->CurrentRequirement;
-    const Handle<IDocumentReference> key = KeyReference(requirement);
-    FKeyReferenced = key != nullptr;
-    if (!key) return requirement->Get_Description()->Get_Text();
-    return CoHTMLHelperFactory::Create()->Create1()->plainTextToHTML(TextOf(key));
+// Leaves nothing of the last requirement on show while the next one is read.
+void TfraDescription::LeaveDocument() {
+    const auto document = std::dynamic_pointer_cast<IPersistStreamInit>(wbrReqDescription->Document());
+    if (!document) return;
+    ClearDirty();
+    document->InitNew();
+    DetachDesigner();
 }
 
-std::u16string TfraDescription::GetDocumentHTML() const {
-    const Handle<IRequirement> requirement = GUIHelpers->CurrentRequirement;
-    return requirement ? requirement->Get_Description()->Get_Text() : std::u16string();
+bool TfraDescription::hasKeyReference() {
+    const auto references =
+        EnumerableStCollection(GUIHelpers->CurrentRequirement->Get_DocumentReferences())->GetEnumerator();
+    while (references->MoveNext()) {
+        const auto reference = Cast<IDocumentReference>(references->GetCurrent());
+        if (reference->Get_IsKey() == WordFalse) continue;
+        FKeyReferenceDescription = getDescriptionFromDocumentReference(reference);
+        return true;
+    }
+    return false;
 }
 
-void TfraDescription::OpenLink(const std::string& address) {
-    if (Application().MessageBox(SOpenLinkQuestion + address, SMessageCaption, TMessageIcon::Question,
-                                 TMessageButtons::YesNo) == TMessageResult::Yes)
-        SystemServices().ShellOpen(address);
+std::u16string
+TfraDescription::getDescriptionFromDocumentReference(const Handle<IDocumentReference>& reference) {
+    const Handle<IHTMLHelper> helper = CoHTMLHelperFactory::Create()->Create1();
+    if (const auto file = Query<IFileReference>(reference))
+        return helper->plainTextToHTML(file->Get_Description());
+    if (const auto web = Query<IWebReference>(reference)) return helper->plainTextToHTML(web->Get_URL());
+    if (const auto text = Query<ITextReference>(reference)) return helper->plainTextToHTML(text->Get_Text());
+    throw Exception(SUnknownReferenceKind);
+}
+
+// False when another load has begun meanwhile, whose document then is on show.
+bool TfraDescription::Load(const std::u16string& html) {
+    const int load = ++FLoads;
+    wbrReqDescription->Navigate(CurrentSession().PrepareRequirementDescriptionFile(html));
+    WaitWhileEditorBusy();
+    if (load != FLoads) return false;
+    const auto document = GetHtmlDocument2();
+    if (!document) throw EOleSysError("The description could not be loaded.", hsFail);
+    document->put_charset("utf-8");
+    return true;
+}
+
+void TfraDescription::WaitWhileEditorBusy() {
+    while (wbrReqDescription->Busy())
+        Application().WaitMessage();
+}
+
+void TfraDescription::SetDesignModeOn() {
+    WaitWhileEditorBusy();
+    if (const auto document = GetHtmlDocument2()) document->put_designMode("On");
+}
+
+void TfraDescription::SetDesignModeOff() {
+    DetachDesigner();
+    if (const auto document = GetHtmlDocument2()) document->put_designMode("Off");
+}
+
+void TfraDescription::AttachDesigner() {
+    FDesignerHandle = eddDescription;
+    if (const auto services = EditServices()) services->AddDesigner(*FDesignerHandle);
+}
+
+void TfraDescription::DetachDesigner() {
+    const auto services = EditServices();
+    if (FDesignerHandle && services) services->RemoveDesigner(*FDesignerHandle);
+}
+
+bool TfraDescription::ShowsCurrentRequirement() {
+    return !UpdatingDescription && FShownRequirement && FShownRequirement == CurrentNumber();
+}
+
+bool TfraDescription::IsDirty() {
+    if (UpdatingDescription) return false;
+    if (const auto document = std::dynamic_pointer_cast<IPersistStreamInit>(wbrReqDescription->Document()))
+        return ShowsCurrentRequirement() && document->IsDirty() == hsOk;
+    // A load that has failed is not tried again at each idle moment.
+    if (const auto number = CurrentNumber(); number && number != FLoadedRequirement) UpdateDescription();
+    return false;
+}
+
+void TfraDescription::ClearDirty() {
+    if (const auto target = std::dynamic_pointer_cast<IOleCommandTarget>(wbrReqDescription->Document()))
+        target->Exec(hcSetDirty, hoDefault, false);
+}
+
+std::u16string TfraDescription::GetDocumentHTML() {
+    if (!ShowsCurrentRequirement()) return {};
+    const auto document = std::dynamic_pointer_cast<IHTMLDocument3>(wbrReqDescription->Document());
+    const auto element = document ? document->get_documentElement() : nullptr;
+    if (!element) return {};
+    std::u16string html = element->get_outerHTML();
+    ReplaceAll(html, u"%20", u" ");
+    return html;
+}
+
+THtmlHandle<IHTMLDocument2> TfraDescription::GetHtmlDocument2() {
+    return std::dynamic_pointer_cast<IHTMLDocument2>(wbrReqDescription->Document());
+}
+
+THtmlHandle<IHTMLEditServices> TfraDescription::EditServices() {
+    const auto document = GetHtmlDocument2();
+    return document ? document->get_EditServices() : nullptr;
 }

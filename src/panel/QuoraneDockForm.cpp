@@ -1,6 +1,8 @@
 // The life of the panel: making, hiding, destruction.
 #include "panel/QuoraneDockForm.h"
 
+#include "description/UDescriptionFrame.h"
+#include "description/UDescriptionToolbarFrame.h"
 #include "frames/UBaseRequirementFrame.h"
 #include "platform/widgets/Containers.h"
 #include "platform/widgets/look/Images.h"
@@ -83,11 +85,15 @@ void TfrmQuoraneMain::FormCreate() {
     if (auto* docks = FindHostService<IHostDockServices>()) LoadWindowState(docks->IDEIniFile());
     SetOrientation();
     ResizeDescription();
+    fraDescriptionToolbar->SetDHTMLEdit(fraDescription->wbrReqDescription.get());
+    fraDescription->SetDescriptionToolbarFrame(fraDescriptionToolbar);
 }
 
 void TfrmQuoraneMain::FormHide() {
     const Handle<IRequirement>& requirement = FHelpers.CurrentRequirement;
     if (requirement && requirement->Get_LockedByCurrentUser() != WordFalse) requirement->unlock();
+    // What stays in it unsaved must not take the lock again.
+    fraDescription->ClearDirty();
     if (auto* docks = FindHostService<IHostDockServices>()) SaveWindowState(docks->IDEIniFile(), true);
 }
 

@@ -23,6 +23,7 @@ class TComboBox;
 class TEdit;
 class TfraBaseRequirementFrame;
 class TfraDescription;
+class TfraDescriptionToolbar;
 class TfraDetails;
 class TfraResponsibilities;
 class TfraHistory;
@@ -111,6 +112,7 @@ public:
     TComboBox* cbxProjectBaselines;
     TToolBar* tlbMainButtons;
     TToolBar* tlbDescription;
+    TfraDescriptionToolbar* fraDescriptionToolbar;
     TToolButton* btnHierarchicalNumbers;
     TToolButton* btnSerialNumbers;
     TToolButton* btnCommentFormat;
@@ -284,9 +286,6 @@ private:
     bool FHandlingSDKException = false;
     // While a cancel runs: the idle check must not take the lock again.
     bool FCancellingSave = false;
-    // The requirement whose changed description could not be locked; the refusal is
-    // reported once, not at each idle moment.
-    Quorane_TLB::Handle<Quorane_TLB::IRequirement> FRefusedDescription;
 };
 
 // The one panel; empty when it does not exist.

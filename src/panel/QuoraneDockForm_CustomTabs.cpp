@@ -1,7 +1,7 @@
 // The custom tabs behind the fixed tabs of a requirement, built from its type whenever
 // a requirement is shown.
+#include "frames/ScopedFlag.h"
 #include "panel/QuoraneDockForm.h"
-#include "panel/ScopedFlag.h"
 #include "platform/widgets/Containers.h"
 #include "platform/widgets/look/ImageList.h"
 #include "platform/widgets/look/Images.h"

@@ -3,9 +3,9 @@
 // because the next reading comes from the server.
 #include "contracts/Exceptions.h"
 #include "description/UDescriptionFrame.h"
+#include "frames/ScopedFlag.h"
 #include "frames/UDetailsFrame.h"
 #include "panel/QuoraneDockForm.h"
-#include "panel/ScopedFlag.h"
 #include "platform/widgets/Actions.h"
 #include "platform/widgets/Edits.h"
 #include "platform/widgets/tree/TreeView.h"
@@ -17,12 +17,15 @@ void TfrmQuoraneMain::SaveCurrentRequirement() {
     // The widget decides: the requirement itself holds a blank in place of no name.
     if (fraDetails->edtRequirementName->Text().empty()) throw Exception(SRequirementNameEmpty);
     const std::u16string html = fraDescription->GetDocumentHTML();
-    FHelpers.CurrentRequirement->Get_Description()->Set_Text(html);
+    // A description that is not on show stays as the server has it.
+    if (!html.empty() && !fraDescription->isKeyReferenced())
+        FHelpers.CurrentRequirement->Get_Description()->Set_Text(html);
     SaveByName(FHelpers.CurrentRequirement);
     FHelpers.UnlockCurrentRequirement();
     FHelpers.RefreshCurrentRequirement();
     ShowRequirementInfo(*trvRequirements->Selected());
-    RefreshCustomTabs();
+    // Another selection may have come while the description was loading.
+    if (FHelpers.CurrentRequirement) RefreshCustomTabs();
 }
 
 void TfrmQuoraneMain::SaveCurrentRequirementIfNeeded() {
@@ -63,18 +66,22 @@ void TfrmQuoraneMain::actCancelSaveUpdate() {
 }
 
 void TfrmQuoraneMain::LockForDescription() {
-    if (!fraDescription->IsDirty()) {
-        FRefusedDescription = nullptr;
-        return;
+    if (!fraDescription->IsDirty()) return;
+    try {
+        FHelpers.LockCurrentRequirement();
+    } catch (const std::exception&) {
+        // Told once; only a further change asks for the lock again.
+        fraDescription->ClearDirty();
+        throw;
     }
-    if (FRefusedDescription == FHelpers.CurrentRequirement) return;
-    FRefusedDescription = FHelpers.CurrentRequirement;
-    FHelpers.LockCurrentRequirement();
-    FRefusedDescription = nullptr;
 }
 
 void TfrmQuoraneMain::actUnlockExecute() {
-    GuardServerCalls([this] { FHelpers.UnlockCurrentRequirement(); });
+    GuardServerCalls([this] {
+        FHelpers.UnlockCurrentRequirement();
+        // What stays in it unsaved must not take the lock again.
+        fraDescription->ClearDirty();
+    });
 }
 
 void TfrmQuoraneMain::actUnlockUpdate() {

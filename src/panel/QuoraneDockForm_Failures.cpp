@@ -1,7 +1,7 @@
 // The one place that reads what a failed server call says.
 #include "contracts/Exceptions.h"
+#include "frames/ScopedFlag.h"
 #include "panel/QuoraneDockForm.h"
-#include "panel/ScopedFlag.h"
 #include "platform/widgets/Application.h"
 #include "server/UResourceStrings.h"
 

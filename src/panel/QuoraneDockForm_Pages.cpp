@@ -1,8 +1,8 @@
 // From a selection to the pages, tabs and frames.
 #include "description/UDescriptionFrame.h"
+#include "frames/ScopedFlag.h"
 #include "frames/UBaseRequirementFrame.h"
 #include "panel/QuoraneDockForm.h"
-#include "panel/ScopedFlag.h"
 #include "platform/widgets/Containers.h"
 #include "platform/widgets/Edits.h"
 #include "platform/widgets/look/Images.h"
@@ -45,13 +45,16 @@ void TfrmQuoraneMain::ShowRequirementTypeInfo(TTreeNode& node) {
 
 void TfrmQuoraneMain::ShowRequirementInfo(TTreeNode& node) {
     const TScopedFlag showing(FHelpers.ShowingRequirementInfo);
-    FHelpers.CurrentRequirement = RequirementContainer(&node).GetRequirement();
+    const Handle<IRequirement> requirement = RequirementContainer(&node).GetRequirement();
+    FHelpers.CurrentRequirement = requirement;
     if (nbkContents->PageIndex() != RequirementPage) {
         nbkContents->SetPageIndex(RequirementPage);
         pgcRequirement->SetActivePageIndex(rtDetails);
     }
-    if (!FHelpers.CurrentRequirement) return;
+    if (!requirement) return;
     fraDescription->UpdateDescription();
+    // Another selection may have come while it was loading, and has shown itself.
+    if (FHelpers.CurrentRequirement != requirement) return;
     RefreshCustomTabs();
     if (pgcRequirement->ActivePageIndex() < 0)
         pgcRequirement->SetActivePageIndex(pgcRequirement->PageCount() - 1);

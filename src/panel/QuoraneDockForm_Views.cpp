@@ -2,7 +2,6 @@
 #include "description/UDescriptionFrame.h"
 #include "panel/QuoraneDockForm.h"
 #include "platform/widgets/Containers.h"
-#include "platform/widgets/look/HtmlView.h"
 #include "platform/widgets/look/Images.h"
 #include "platform/widgets/tree/TreeView.h"
 #include "server/UResourceStrings.h"
@@ -58,9 +57,9 @@ void TfrmQuoraneMain::SetOrientation() {
 }
 
 void TfrmQuoraneMain::ResizeDescription() {
-    if (!fraDescription || !fraDescription->wbrReqDescription) return;
-    fraDescription->wbrReqDescription->SetBounds(0, 0, pnlDescription->ClientWidth(),
-                                                 pnlDescription->ClientHeight());
+    if (!fraDescription || !fraDescription->wbrReqDescription->Started()) return;
+    fraDescription->wbrReqDescription->Control().SetBounds(0, 0, pnlDescription->ClientWidth(),
+                                                           pnlDescription->ClientHeight());
 }
 
 void TfrmQuoraneMain::ShowTab() {

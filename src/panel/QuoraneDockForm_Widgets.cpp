@@ -1,4 +1,5 @@
 // The frame of the form: pages, bars and the tree.
+#include "description/UDescriptionToolbarFrame.h"
 #include "panel/QuoraneDockForm.h"
 #include "platform/widgets/Actions.h"
 #include "platform/widgets/Buttons.h"
@@ -43,6 +44,7 @@ void TfrmQuoraneMain::MakeToolBars(TWinControl& parent) {
     MakeMainButtons();
     tlbDescription = new TToolBar(pnlToolBars, "tlbDescription");
     tlbDescription->SetAlign(TAlign::Top);
+    fraDescriptionToolbar = new TfraDescriptionToolbar(tlbDescription, *imlQuorane);
 }
 
 void TfrmQuoraneMain::MakeProjectBar() {

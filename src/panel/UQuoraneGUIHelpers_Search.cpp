@@ -2,8 +2,8 @@
 #include <vector>
 
 #include "contracts/Exceptions.h"
+#include "frames/ScopedFlag.h"
 #include "panel/QuoraneDockForm.h"
-#include "panel/ScopedFlag.h"
 #include "panel/UQuoraneGUIHelpers.h"
 #include "platform/widgets/Application.h"
 #include "platform/widgets/Containers.h"

@@ -126,6 +126,21 @@ inline constexpr char STableCellSpacing[] = "Cell Spacing:";
 inline constexpr char STableOk[] = "OK";
 inline constexpr char STableCancel[] = "Cancel";
 
+// Formatting bar
+inline constexpr char SFormattingBar[] = "Formatting";
+inline constexpr char SFontNameHint[] = "Font Name";
+inline constexpr char SFontSizeHint[] = "Font Size";
+inline constexpr char SLeftJustifyHint[] = "Left Justify";
+inline constexpr char SCenterJustifyHint[] = "Center Justify";
+inline constexpr char SRightJustifyHint[] = "Right Justify";
+inline constexpr char SNumberedListHint[] = "Numbered list";
+inline constexpr char SBulletsHint[] = "Bullets";
+inline constexpr char SInsertTableHint[] = "Insert Table";
+inline constexpr char SInsertImageHint[] = "Insert Image";
+inline constexpr char SPictureFilter[] =
+    "All (*.gif;*.jpg;*.jpeg)|*.gif;*.jpg;*.jpeg|GIF Image Gile (*.gif)|*.gif|"
+    "JPEG Image File (*.jpg)|*.jpg;*.jpeg";
+
 // Numbers as the user writes them
 inline constexpr char SNotAFloat[] = "' is not a valid floating point value";
 inline constexpr char SNotAnInteger[] = "' is not a valid integer value";

@@ -173,11 +173,3 @@ TEST_F(TPanelEdit, UnlockingIsOfferedForRequirementsOnly) {
     TActor::Settle();
     EXPECT_FALSE(Panel().actUnlock->Visible());
 }
-
-TEST_F(TPanelEdit, TheDescriptionIsWrittenAtEachSave) {
-    const std::u16string html = Helpers().CurrentRequirement->Get_Description()->Get_Text();
-    User->Type("edtRequirementName", "Zones");
-    User->Click("btnSave");
-    EXPECT_TRUE(Called("IRequirementDescription.Set_Text"));
-    EXPECT_EQ(ReadAs("ben", FNumber)->Get_Description()->Get_Text(), html);
-}

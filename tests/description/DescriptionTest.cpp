@@ -1,0 +1,76 @@
+#include "description/DescriptionTest.h"
+
+#include <QDeadlineTimer>
+#include <QTimer>
+
+#include "platform/widgets/QtText.h"
+
+TDescriptionTest::TDescriptionTest() {
+    SetHtmlEngineFactory([](TWinControl& parent, const std::string& name) {
+        PrepareEngine();
+        return std::make_unique<TWebBrowser>(parent, name);
+    });
+}
+
+TDescriptionTest::~TDescriptionTest() {
+    SetHtmlEngineFactory({});
+}
+
+bool TDescriptionTest::WaitUntil(const std::function<bool()>& condition) {
+    const QDeadlineTimer deadline(20'000);
+    QTimer wake;
+    wake.start(5);
+    while (!condition()) {
+        if (deadline.hasExpired()) return false;
+        Application().WaitMessage();
+    }
+    return true;
+}
+
+std::string TDescriptionTest::Html() {
+    const auto document = Document<IHTMLDocument3>();
+    const auto element = document ? document->get_documentElement() : nullptr;
+    return element ? Quorane_TLB::Utf8(element->get_outerHTML()) : std::string();
+}
+
+bool TDescriptionTest::WaitForHtml(const std::string& part) {
+    return WaitUntil([&] { return Html().find(part) != std::string::npos; });
+}
+
+std::string TDescriptionTest::DescriptionOnServer(std::int32_t number) {
+    return Quorane_TLB::Utf8(ReadAs("admin", number)->Get_Description()->Get_Text());
+}
+
+QWidget& TDescriptionTest::Page() {
+    return *Frame().wbrReqDescription->Control().Widget().focusProxy();
+}
+
+void TDescriptionTest::ClickIntoText() {
+    Page().window()->activateWindow();
+    QTest::mouseClick(&Page(), Qt::LeftButton, {}, QPoint(Page().width() - 20, 25));
+    WaitUntil([this] { return Frame().isHtmlFocused(); });
+}
+
+void TDescriptionTest::TypeIntoPage(const std::string& text) {
+    QTest::keyClicks(&Page(), ToQt(text));
+}
+
+void TDescriptionTest::KeyIntoPage(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(&Page(), key, modifiers);
+}
+
+void TDescriptionTest::SelectAllText() {
+    KeyIntoPage(Qt::Key_A, Qt::ControlModifier);
+    WaitUntil([this] { return Document<IHTMLDocument2>()->get_selection()->get_type() == "Text"; });
+}
+
+bool TDescriptionTest::Locked() {
+    return Helpers().CurrentRequirement->Get_LockedByCurrentUser() != Quorane_TLB::WordFalse;
+}
+
+bool TDescriptionTest::WaitForLock() {
+    return WaitUntil([this] {
+        Application().ProcessIdle();
+        return Locked();
+    });
+}

@@ -1,0 +1,41 @@
+// The panel with the real HTML engine behind its description, and the hands of a user
+// on the document.
+#pragma once
+
+#include <QTest>
+
+#include "description/UDescriptionToolbarFrame.h"
+#include "panel/PanelTest.h"
+#include "platform/engine/WebBrowser.h"
+
+class TDescriptionTest : public TPanelTest {
+protected:
+    TDescriptionTest();
+    ~TDescriptionTest() override;
+
+    // Handles events until the condition holds; false when it never does. The engine's
+    // process is served in full, which QTest's own wait does not do.
+    static bool WaitUntil(const std::function<bool()>& condition);
+
+    TfraDescription& Frame() { return *Panel().fraDescription; }
+    TfraDescriptionToolbar& Bar() { return *Panel().fraDescriptionToolbar; }
+    bool BarEnabled() { return Bar().tlbDescriptionFormatting->Enabled(); }
+    template<class T> std::shared_ptr<T> Document() {
+        return std::dynamic_pointer_cast<T>(Frame().wbrReqDescription->Document());
+    }
+    // The document as the page has it; empty without one.
+    std::string Html();
+    bool WaitForHtml(const std::string& part);
+    std::string DescriptionOnServer(std::int32_t number);
+
+    // The widget that takes the document's keys.
+    QWidget& Page();
+    // A click beside the text of the first line, which leaves the caret at its end.
+    void ClickIntoText();
+    void TypeIntoPage(const std::string& text);
+    void KeyIntoPage(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    void SelectAllText();
+    // Until the first change of the description has become an edit.
+    bool WaitForLock();
+    bool Locked();
+};

@@ -1,0 +1,87 @@
+// A description on its way from the server into the page, changed there, and back.
+#include "description/DescriptionTest.h"
+
+using namespace Quorane_TLB;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+const std::vector<std::string> GuardAgainstFrost{
+    "System Requirement", "Never let the home or its people come to harm", "Guard against frost"};
+
+class TDescriptionEdit : public TDescriptionTest {
+protected:
+    TDescriptionEdit() {
+        LogOn();
+        Select(ZoneControl);
+        FNumber = SelectedNumber();
+        FText = DescriptionOnServer(FNumber);
+    }
+    std::int32_t FNumber;
+    std::string FText;
+};
+
+TEST_F(TDescriptionEdit, ShowsTheDescriptionForEditing) {
+    EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "On");
+    EXPECT_FALSE(Frame().IsDirty());
+    EXPECT_FALSE(Locked());
+}
+
+TEST_F(TDescriptionEdit, TypingTakesTheLockAndASaveWritesTheText) {
+    ClickIntoText();
+    TypeIntoPage(" Checked twice.");
+    ASSERT_TRUE(WaitForLock());
+    EXPECT_EQ(SelectedImage(), imRequirementLocked);
+    EXPECT_TRUE(WaitForHtml("Checked twice."));
+    TActor::Settle();
+    EXPECT_TRUE(Panel().actSave->Enabled());
+    User->Click("btnSave");
+    EXPECT_THAT(DescriptionOnServer(FNumber), HasSubstr("Checked twice."));
+    EXPECT_THAT(Html(), HasSubstr("Checked twice."));
+    EXPECT_FALSE(Frame().IsDirty());
+    EXPECT_FALSE(Locked());
+}
+
+TEST_F(TDescriptionEdit, ACancelBringsTheStoredTextBack) {
+    ClickIntoText();
+    TypeIntoPage("never");
+    ASSERT_TRUE(WaitForLock());
+    User->Click("btnCancelSave");
+    EXPECT_THAT(Html(), Not(HasSubstr("never")));
+    EXPECT_EQ(DescriptionOnServer(FNumber), FText);
+    EXPECT_FALSE(Frame().IsDirty());
+}
+
+TEST_F(TDescriptionEdit, ASaveWritesTheDescriptionEvenWhenItHasNotChanged) {
+    User->Type("edtRequirementName", "Zones");
+    User->Click("btnSave");
+    EXPECT_TRUE(Called("IRequirementDescription.Set_Text"));
+    EXPECT_THAT(DescriptionOnServer(FNumber), HasSubstr("into a heat <b>demand</b> between"));
+}
+
+TEST_F(TDescriptionEdit, AKeyReferenceIsShownAndCannotBeEdited) {
+    Select(GuardAgainstFrost);
+    EXPECT_TRUE(Frame().isKeyReferenced());
+    EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "Off");
+    ClickIntoText();
+    TypeIntoPage("x");
+    KeyIntoPage(Qt::Key_Tab);
+    EXPECT_FALSE(Frame().IsDirty());
+    EXPECT_FALSE(BarEnabled());
+    Select(ZoneControl);
+    EXPECT_FALSE(Frame().isKeyReferenced());
+    EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "On");
+}
+
+TEST_F(TDescriptionEdit, ASaveLeavesTheDescriptionUnderAKeyReferenceAsItWas) {
+    Select(GuardAgainstFrost);
+    const std::int32_t number = SelectedNumber();
+    const std::string before = DescriptionOnServer(number);
+    User->Type("edtRequirementName", "Guard against ice");
+    User->Click("btnSave");
+    EXPECT_EQ(NameOnServer(number), "Guard against ice");
+    EXPECT_EQ(DescriptionOnServer(number), before);
+}
+
+} // namespace
