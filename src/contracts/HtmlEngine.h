@@ -137,7 +137,8 @@ public:
     // "None", "Text" or "Control".
     virtual std::string get_type() = 0;
     // An IHTMLTxtRange or an IHTMLControlRange. It is tied to the selection when it is
-    // first moved, changed or read; until then it answers queryCommandValue for the
+    // first changed or read, which fails when the selection has become the other kind;
+    // until then it answers queryCommandValue for the
     // selection, all commands of it in one call of the engine.
     virtual THtmlHandle<IHTMLRange> createRange() = 0;
 };

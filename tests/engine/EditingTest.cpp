@@ -130,6 +130,15 @@ TEST_F(EngineEditing, WholeStateOfTheSelectionCostsOneCall) {
     EXPECT_EQ(all(), std::pair(false, std::int64_t{1}));
 }
 
+TEST_F(EngineEditing, RangeOfASelectionThatHasChangedItsKindFails) {
+    Edit("<body><img width=100 height=50 src='data:image/gif;base64,R0lGODlhAQABAAAAACw='>text</body>");
+    const auto text = TextRange();
+    Click(50, 25);
+    const auto selection = Document<IHTMLDocument2>()->get_selection();
+    ASSERT_TRUE(WaitUntil([&] { return selection->get_type() == "Control"; }));
+    EXPECT_THROW(text->get_text(), EOleSysError);
+}
+
 TEST_F(EngineEditing, PastedHtmlReplacesTheSelectionAndCanBeTakenBack) {
     Edit("<p>old</p>");
     SelectAll();

@@ -3,6 +3,7 @@
 #include "contracts/Exceptions.h"
 
 #include <QLineEdit>
+#include <QMouseEvent>
 
 namespace {
 
@@ -62,6 +63,46 @@ TEST_F(EngineEvents, DesignerMayCallTheEngineAndTakeItselfAway) {
     ASSERT_TRUE(WaitUntil([this] { return Html().find("xyz") != std::string::npos; }));
     EXPECT_THAT(FListening.Types, ElementsAre("keydown"));
     EXPECT_NE(Services().RemoveDesigner(FListening), hsOk);
+}
+
+TEST_F(EngineEvents, WordUnderThePointerCostsOneCallInTheEventOfAMove) {
+    Edit("<body style='margin:0;font:40px monospace'>alpha beta</body>");
+    Services().AddDesigner(FListening);
+    std::int64_t calls = -1;
+    std::u16string word;
+    FListening.OnEvent = [&] {
+        const auto before = FBrowser.EngineCalls();
+        const auto range = TextRange();
+        range->moveToPoint(20, 25);
+        range->moveStart("word", -1);
+        range->moveEnd("word", 1);
+        word = range->get_text();
+        calls = FBrowser.EngineCalls() - before;
+    };
+    QTest::mouseMove(&KeyTarget(), {30, 20});
+    ASSERT_TRUE(WaitUntil([&] { return !word.empty(); }));
+    EXPECT_EQ(word, u"alpha");
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(EngineEvents, MovesThatWaitForABusyProgramComeAsOne) {
+    Edit("<p>text</p>");
+    Services().AddDesigner(FListening);
+    FListening.OnEvent = [&] {
+        if (FListening.Types.size() > 1) return;
+        for (int call = 0; call < 2000; ++call) {
+            const QPointF place(call % 300, 20);
+            QMouseEvent move(QEvent::MouseMove, place, place, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&KeyTarget(), &move);
+            Html();
+        }
+    };
+    QTest::mouseMove(&KeyTarget(), {90, 30});
+    ASSERT_TRUE(WaitUntil([&] { return !FListening.Types.empty(); }));
+    Type("x");
+    ASSERT_TRUE(WaitUntil([&] { return std::ranges::count(FListening.Types, "keydown") > 0; }));
+    // The one that came first, those that waited, and those after them.
+    EXPECT_LE(std::ranges::count(FListening.Types, "mousemove"), 4);
 }
 
 TEST_F(EngineEvents, NoEventArrivesInTheMiddleOfACall) {

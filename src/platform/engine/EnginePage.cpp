@@ -107,6 +107,7 @@ void TEnginePage::InstallAgent() {
 void TEnginePage::Load(const QString& path) {
     LeaveDocument();
     FNews.clear();
+    FMove.reset();
     FLoading = true;
     FGuard->SetDocument(path);
     FDocument = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
@@ -156,7 +157,7 @@ void TEnginePage::LeaveDocument() {
     FReady = false;
     FHung = false;
     FReleased = {};
-    FSelection.reset();
+    ForgetSelection();
     if (FWakeCaller) FWakeCaller();
 }
 
@@ -168,15 +169,38 @@ bool TEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, 
     return false;
 }
 
-// News about a pointer that only moves leave the selection as it was.
 void TEnginePage::Hear(const QJsonObject& message) {
-    const bool changes = message[QStringLiteral("event")] != QStringLiteral("mousemove");
-    if (changes) FSelection.reset();
-    Queue([this, message, changes] {
+    if (message[QStringLiteral("event")] == QStringLiteral("mousemove")) {
+        HearMove(message);
+        return;
+    }
+    ForgetSelection();
+    Queue([this, message] {
         // A call that was under way when the news came may have kept what was before.
-        if (changes) FSelection.reset();
+        ForgetSelection();
         if (OnMessage) OnMessage(message);
     });
+}
+
+// A pointer that only moves leaves the selection as it was. Moves that a busy program
+// has not come to are told as one.
+void TEnginePage::HearMove(const QJsonObject& message) {
+    const bool waits = FMove.has_value();
+    FMove = message;
+    if (waits) return;
+    Queue([this] {
+        const QJsonObject move = *std::exchange(FMove, std::nullopt);
+        FControlAtMove = move[QStringLiteral("control")].toBool();
+        // A handler that waits for the user must not go by it any more.
+        QMetaObject::invokeMethod(
+            this, [this] { FControlAtMove.reset(); }, Qt::QueuedConnection);
+        if (OnMessage) OnMessage(move);
+    });
+}
+
+void TEnginePage::ForgetSelection() {
+    FSelection.reset();
+    FControlAtMove.reset();
 }
 
 void TEnginePage::Queue(std::function<void()> news) {
@@ -208,6 +232,11 @@ const QJsonObject& TEnginePage::Selection() {
     return *FSelection;
 }
 
+bool TEnginePage::ControlSelected() {
+    if (!FSelection && FControlAtMove) return *FControlAtMove;
+    return Selection()[QStringLiteral("type")] == QStringLiteral("Control");
+}
+
 QJsonValue TEnginePage::Call(const TEngineCall& call) {
     if (!FReady) Fail(QStringLiteral("The document is not loaded."));
     if (FHung) Fail(QStringLiteral("The HTML engine does not answer."));
@@ -219,7 +248,7 @@ QJsonValue TEnginePage::Call(const TEngineCall& call) {
     FReleased = {};
     const int generation = FGeneration;
     const QString answer = RunAndWait(QStringLiteral("quoraneCall(%1)").arg(ToJson(request)));
-    if (!call.Reads) FSelection.reset();
+    if (!call.Reads) ForgetSelection();
     if (generation != FGeneration) Fail(QStringLiteral("The document went away during a call."));
     if (answer.isEmpty()) Fail(QStringLiteral("The HTML engine does not answer."));
     const QJsonObject result = QJsonDocument::fromJson(answer.toUtf8()).object();

@@ -46,6 +46,11 @@ public:
     std::function<void(const QJsonObject& message)> OnPost;
 };
 
+// In place of an object's number: a range over the selection, which the call makes. Its
+// value comes with the range's number.
+constexpr int TextSelectionNumber = -1;
+constexpr int ControlSelectionNumber = -2;
+
 struct TEngineCall {
     QString Operation;
     // The number of the object in the agent's table; 0 for the document.
@@ -83,6 +88,9 @@ public:
     // The kind of the selection and the state of the formatting commands on it: asked
     // for once, and again after news or a call that may have changed it.
     const QJsonObject& Selection();
+    // Whether a control is selected. Needs no call in the handler of a mouse move, which
+    // brings the answer with it.
+    bool ControlSelected();
     // How many operations were run.
     std::int64_t Calls() const { return FCalls; }
     void SetLimits(const TEngineLimits& limits) { FLimits = limits; }
@@ -112,6 +120,8 @@ private:
     void RendererGone();
     void LeaveDocument();
     void Hear(const QJsonObject& message);
+    void HearMove(const QJsonObject& message);
+    void ForgetSelection();
     void Queue(std::function<void()> news);
     void DeliverLater();
     void DeliverNews();
@@ -127,6 +137,9 @@ private:
     std::vector<std::function<void()>> FNews;
     QJsonArray FReleased;
     std::optional<QJsonObject> FSelection;
+    // The newest move of the mouse that waits to be told.
+    std::optional<QJsonObject> FMove;
+    std::optional<bool> FControlAtMove;
     std::function<void()> FWakeCaller;
     std::int64_t FCalls = 0;
     int FGeneration = 0;

@@ -113,40 +113,30 @@ public:
 // is made when one is needed: the values of the selection are known without.
 template<class Kind> class TRangeOf : public Kind {
 public:
-    explicit TRangeOf(TEnginePage& page)
-        : FDocument(page, 0) {}
+    TRangeOf(TEnginePage& page, int number)
+        : FRange(page, number) {}
 
     bool execCommand(const std::string& name, bool, const THtmlValue& value) override {
-        return Range().Call("rangeCommand", {Text(name), ToJson(value)}).toBool();
+        return FRange.Call("rangeCommand", {Text(name), ToJson(value)}).toBool();
     }
     THtmlValue queryCommandValue(const std::string& name) override {
-        if (!FRange) {
-            const QJsonObject values = FDocument.Page().Selection()[QLatin1String("values")].toObject();
+        if (FRange.IsSelection()) {
+            const QJsonObject values = FRange.Page().Selection()[QLatin1String("values")].toObject();
             const auto known = values.constFind(Text(name).toLower());
             if (known != values.constEnd()) return ToHtmlValue(*known);
         }
-        return ToHtmlValue(Range().Call("rangeValue", {Text(name)}));
+        return ToHtmlValue(FRange.Call("rangeValue", {Text(name)}));
     }
 
 protected:
-    TPageObject& Range() {
-        if (!FRange) {
-            const int number = NumberOf(FDocument.Read("createRange"));
-            FRange = std::make_unique<TPageObject>(FDocument.Page(), number);
-        }
-        return *FRange;
-    }
-
-private:
-    TPageObject FDocument;
-    std::unique_ptr<TPageObject> FRange;
+    TPageObject FRange;
 };
 
 class TControlRange : public TRangeOf<IHTMLControlRange> {
 public:
     using TRangeOf::TRangeOf;
     THtmlHandle<IHTMLElement> commonParentElement() override {
-        return MakeElement(Range().Page(), Range().Read("rangeControl"));
+        return MakeElement(FRange.Page(), FRange.Read("rangeControl"));
     }
 };
 
@@ -154,23 +144,23 @@ class TTxtRange : public TRangeOf<IHTMLTxtRange> {
 public:
     using TRangeOf::TRangeOf;
 
-    std::u16string get_text() override { return Range().Read("rangeText").toString().toStdU16String(); }
+    std::u16string get_text() override { return FRange.Read("rangeText").toString().toStdU16String(); }
     void moveToPoint(std::int32_t x, std::int32_t y) override {
-        Range().Move({QStringLiteral("point"), x, y});
+        FRange.Move({QStringLiteral("point"), x, y});
     }
     void moveStart(const std::string& unit, std::int32_t count) override {
-        Range().Move({QStringLiteral("start"), Text(unit), count});
+        FRange.Move({QStringLiteral("start"), Text(unit), count});
     }
     void moveEnd(const std::string& unit, std::int32_t count) override {
-        Range().Move({QStringLiteral("end"), Text(unit), count});
+        FRange.Move({QStringLiteral("end"), Text(unit), count});
     }
-    void collapse(bool toStart) override { Range().Move({QStringLiteral("collapse"), toStart}); }
+    void collapse(bool toStart) override { FRange.Move({QStringLiteral("collapse"), toStart}); }
     THtmlHandle<IHTMLElement> parentElement() override {
-        return MakeElement(Range().Page(), Range().Read("rangeParent"));
+        return MakeElement(FRange.Page(), FRange.Read("rangeParent"));
     }
     void pasteHTML(const std::u16string& html) override {
         AllowPictures(Text(html));
-        Range().Call("rangePaste", {Text(html)});
+        FRange.Call("rangePaste", {Text(html)});
     }
 
 private:
@@ -179,7 +169,7 @@ private:
         static const QRegularExpression source(QStringLiteral(R"re(<img\b[^>]*\bsrc="([^"]*)")re"),
                                                QRegularExpression::CaseInsensitiveOption);
         for (auto match = source.globalMatch(html); match.hasNext();)
-            Range().Page().Guard().Allow(QUrl::fromUserInput(match.next().captured(1)).toLocalFile());
+            FRange.Page().Guard().Allow(QUrl::fromUserInput(match.next().captured(1)).toLocalFile());
     }
 };
 
@@ -217,7 +207,7 @@ TPageObject::TPageObject(TEnginePage& page, int number)
     , FGeneration(page.Generation()) {}
 
 TPageObject::~TPageObject() {
-    if (FPage && FNumber != 0) FPage->Release(FNumber, FGeneration);
+    if (FPage && FNumber > 0) FPage->Release(FNumber, FGeneration);
 }
 
 TEnginePage& TPageObject::Page() const {
@@ -226,8 +216,11 @@ TEnginePage& TPageObject::Page() const {
 }
 
 QJsonValue TPageObject::Run(const char* operation, const QJsonArray& arguments, bool reads) const {
-    return Page().Call(
-        {QString::fromLatin1(operation), FNumber, arguments, std::exchange(FMoves, {}), reads});
+    const QJsonValue value =
+        Page().Call({QString::fromLatin1(operation), FNumber, arguments, std::exchange(FMoves, {}), reads});
+    if (FNumber >= 0) return value;
+    FNumber = NumberOf(value);
+    return value[QLatin1String("value")];
 }
 
 QJsonValue TPageObject::Call(const char* operation, const QJsonArray& arguments) const {
@@ -249,7 +242,6 @@ THtmlHandle<IHTMLElement> MakeElement(TEnginePage& page, const QJsonValue& answe
 }
 
 THtmlHandle<IHTMLRange> MakeRange(TEnginePage& page) {
-    if (page.Selection()[QLatin1String("type")] == QStringLiteral("Control"))
-        return std::make_shared<TControlRange>(page);
-    return std::make_shared<TTxtRange>(page);
+    if (page.ControlSelected()) return std::make_shared<TControlRange>(page, ControlSelectionNumber);
+    return std::make_shared<TTxtRange>(page, TextSelectionNumber);
 }

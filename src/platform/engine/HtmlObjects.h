@@ -14,7 +14,8 @@ THtmlValue ToHtmlValue(const QJsonValue& value);
 // The link of an object to its page and document.
 class TPageObject {
 public:
-    // number 0 is the document itself.
+    // number 0 is the document itself. With one of the numbers of the selection the
+    // object is made by the first call on it.
     TPageObject(TEnginePage& page, int number);
     ~TPageObject();
 
@@ -28,13 +29,15 @@ public:
     void Move(const QJsonArray& move) { FMoves.append(move); }
     // Raises EOleSysError when the document is gone.
     TEnginePage& Page() const;
+    // Whether it is still the selection and no object of its own.
+    bool IsSelection() const { return FNumber < 0 && FMoves.isEmpty(); }
     bool Alive() const { return FPage && FPage->Ready() && FPage->Generation() == FGeneration; }
 
 private:
     QJsonValue Run(const char* operation, const QJsonArray& arguments, bool reads) const;
 
     QPointer<TEnginePage> FPage;
-    int FNumber;
+    mutable int FNumber;
     int FGeneration;
     mutable QJsonArray FMoves;
 };

@@ -2,10 +2,14 @@
 // document cannot see it, and the document's own scripts never run.
 //
 // call() takes one operation as JSON and gives its answer as JSON. Objects that the
-// other side keeps stand in a table under a number, written {"$": number}.
+// other side keeps stand in a table under a number, written {"$": number}. A call on
+// one of the two numbers of the selection makes a range of it first; its value comes in
+// {"$": number of the range, "value": value}.
 (function () {
     'use strict';
 
+    const TextSelection = -1;
+    const ControlSelection = -2;
     const objects = new Map();
     const waiting = [];
     // What is put off until the page is done with an event.
@@ -66,6 +70,14 @@
         if (range.startContainer !== range.endContainer || range.endOffset - range.startOffset !== 1) return null;
         const node = range.startContainer.childNodes[range.startOffset];
         return node && /^(IMG|TABLE)$/.test(node.nodeName) ? node : null;
+    }
+
+    // The other side has told text and control apart by what it knew before.
+    function rangeOfSelection(number) {
+        const range = currentRange().cloneRange();
+        const kind = controlIn(range) ? ControlSelection : TextSelection;
+        if (kind !== number) throw new Error('The selection has changed.');
+        return { range: range, hit: true };
     }
 
     // Setting a selection drops what is chosen for the next letter, so a range that is
@@ -251,7 +263,6 @@
                 flags: byName(['insertOrderedList', 'insertUnorderedList'], commandFlags),
             };
         },
-        createRange: () => keep({ range: currentRange().cloneRange(), hit: true }),
         rangeCommand(state, name, value) {
             select(state.range);
             const color = /color$/i.test(name) && typeof value === 'number';
@@ -293,10 +304,12 @@
     function call(request) {
         try {
             for (const number of request.release) objects.delete(number);
-            const object = request.on ? find(request.on) : null;
+            const made = request.on < 0 ? rangeOfSelection(request.on) : null;
+            const object = made || (request.on ? find(request.on) : null);
             if (request.moves.length > 0) applyMoves(object, request.moves);
-            const value = operations[request.operation](object, ...request.arguments);
-            return JSON.stringify({ value: value === undefined ? null : value });
+            const result = operations[request.operation](object, ...request.arguments);
+            const value = result === undefined ? null : result;
+            return JSON.stringify({ value: made ? Object.assign(keep(made), { value: value }) : value });
         } catch (failure) {
             return JSON.stringify({ failure: failure.message });
         }
@@ -330,7 +343,7 @@
         movePending = true;
         requestAnimationFrame(() => {
             movePending = false;
-            post({ event: 'mousemove' });
+            post({ event: 'mousemove', control: controlIn(currentRange()) !== null });
         });
     }, true);
     document.addEventListener('input', () => {
