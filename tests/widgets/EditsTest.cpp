@@ -57,6 +57,8 @@ TEST_F(Edits, AMemoGivesItsLinesWithLineFeeds) {
     EXPECT_EQ(memo.Text(), "one\ntwo\nthree");
     EXPECT_FALSE(memo.Modified());
     EXPECT_FALSE(memo.Empty());
+    memo.SetText(std::string("20\u00a0\u00b0C"));
+    EXPECT_EQ(memo.Text(), "20\u00a0\u00b0C") << "a blank that does not break stays one";
     memo.SetText(std::string());
     EXPECT_TRUE(memo.Empty());
 }

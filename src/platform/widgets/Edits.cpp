@@ -162,7 +162,7 @@ TMemo::TMemo(TWinControl* parent, const std::string& name)
 }
 
 std::string TMemo::Text() const {
-    return FromQt(toPlainText());
+    return FromQt(Lines());
 }
 void TMemo::SetText(const std::string& text) {
     Fill(ToQt(text));
@@ -174,9 +174,17 @@ bool TMemo::Empty() const {
     return document()->isEmpty();
 }
 
+// Qt's own plain text turns blanks that must not break into others.
+QString TMemo::Lines() const {
+    QString text = document()->toRawText();
+    for (QChar& letter : text)
+        if (letter == QChar::ParagraphSeparator || letter == QChar::LineSeparator) letter = QLatin1Char('\n');
+    return text;
+}
+
 void TMemo::Fill(const QString& text) {
     FModified = false;
-    if (text == toPlainText()) return;
+    if (text == Lines()) return;
     FFilling = true;
     setPlainText(text);
     FFilling = false;

@@ -136,6 +136,7 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
+    QString Lines() const;
     void Fill(const QString& text);
     bool FModified = false;
     bool FFilling = false;
