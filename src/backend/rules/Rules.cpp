@@ -2,7 +2,10 @@
 
 #include "backend/rules/Markup.h"
 
+#include <charconv>
+#include <chrono>
 #include <cmath>
+#include <cstdio>
 
 namespace Backend {
 
@@ -60,9 +63,26 @@ void CheckSelection(const Attribute& attribute, const Selection& selection) {
         Refuse(Named(attribute), "takes at most " + std::to_string(allowed) + " entries");
 }
 
+// The shortest text from which the number can be read again.
+template<typename T> std::string NumberText(T value) {
+    char text[64];
+    return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
+}
+
+// The day as in 2024-02-29.
+std::string DayText(double days) {
+    using namespace std::chrono;
+    constexpr sys_days first = year(1899) / December / 30;
+    const year_month_day day(first + std::chrono::days(static_cast<int>(days)));
+    char text[32];
+    std::snprintf(text, sizeof text, "%d-%02u-%02u", static_cast<int>(day.year()),
+                  static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
+    return text;
+}
+
 template<typename T> void CheckRange(const Attribute& attribute, T value, T low, T high) {
     if (!(value >= low && value <= high))
-        Refuse(Named(attribute), "takes values from " + std::to_string(low) + " to " + std::to_string(high));
+        Refuse(Named(attribute), "takes values from " + NumberText(low) + " to " + NumberText(high));
 }
 
 } // namespace
@@ -73,6 +93,8 @@ bool IsPlainUtf8(std::string_view text) {
 
 void CheckText(std::string_view what, std::string_view text, std::size_t maxLength) {
     const long count = CountCharacters(text);
+    if (text.find('\0') != text.npos)
+        Refuse(what, "holds the character NUL, which no text may hold; take it out");
     if (count < 0) Refuse(what, "is not a valid text");
     if (static_cast<std::size_t>(count) > maxLength)
         Refuse(what, "is longer than " + std::to_string(maxLength) + " characters");
@@ -86,7 +108,7 @@ void CheckName(std::string_view what, std::string_view text, std::size_t maxLeng
 void CheckDescription(std::string_view html) {
     if (html.size() > MaxDescriptionBytes)
         Refuse("The description", "is larger than " + std::to_string(MaxDescriptionBytes) + " bytes");
-    if (!IsPlainUtf8(html)) Refuse("The description", "is not a valid text");
+    CheckText("The description", html, MaxDescriptionBytes);
     CheckMarkup(html);
 }
 
@@ -123,7 +145,8 @@ void CheckValue(const Attribute& attribute, const Value& value) {
     case AttributeKind::Date: {
         const double days = Expect<Date>(attribute, value, "a date").Days;
         if (!std::isfinite(days) || days < attribute.MinDate.Days || days > attribute.MaxDate.Days)
-            Refuse(Named(attribute), "does not take this date");
+            Refuse(Named(attribute), "takes dates from " + DayText(attribute.MinDate.Days) + " to " +
+                                         DayText(attribute.MaxDate.Days));
         break;
     }
     case AttributeKind::Text:
