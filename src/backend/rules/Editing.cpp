@@ -311,7 +311,9 @@ std::string Editing::Readable(const std::vector<Assignment>& assignments) {
 
 HistoryValue Editing::Readable(const Attribute& attribute, const Value& value) {
     const auto entry = [&](int index) -> std::string {
-        const ListEntry& held = attribute.Entries.at(static_cast<std::size_t>(index));
+        // The type may have lost the entry since it was chosen.
+        if (index >= static_cast<int>(attribute.Entries.size())) return "entry " + std::to_string(index + 1);
+        const ListEntry& held = attribute.Entries[static_cast<std::size_t>(index)];
         if (const auto* text = std::get_if<std::string>(&held)) return *text;
         if (const auto* number = std::get_if<std::int32_t>(&held)) return std::to_string(*number);
         if (const auto* user = std::get_if<UserEntry>(&held)) return FConnection.Accounts.NameOf(user->Id);
