@@ -1,4 +1,6 @@
 // Commands that stand apart: the search by number and the outside estimating tool.
+#include <filesystem>
+
 #include "contracts/Exceptions.h"
 #include "contracts/SystemServices.h"
 #include "panel/QuoraneDockForm.h"
@@ -6,24 +8,15 @@
 #include "server/UQuoraneSession.h"
 #include "server/UResourceStrings.h"
 
-namespace {
-
-// Without a trailing separator; empty for a bare file name.
-std::string DirectoryOf(const std::string& path) {
-    const std::size_t separator = path.find_last_of("/\\");
-    return separator == std::string::npos ? std::string() : path.substr(0, separator);
-}
-
-} // namespace
-
 void TfrmQuoraneMain::btnSearchByIdClick() {
     GuardServerCalls([] { ExecuteSearchById(); });
 }
 
 void TfrmQuoraneMain::actTallyworksExecute() {
     try {
-        SystemServices().StartProcess(TQuoraneSession::TallyworksExecutable(),
-                                      DirectoryOf(TQuoraneSession::TallyworksExecutable()));
+        const std::filesystem::path directory =
+            std::filesystem::path(TQuoraneSession::TallyworksExecutable()).parent_path();
+        SystemServices().StartProcess(TQuoraneSession::TallyworksExecutable(), directory.string());
     } catch (const std::exception&) {
         throw Exception(STallyworksMissing);
     }

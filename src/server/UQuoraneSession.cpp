@@ -1,5 +1,7 @@
 #include "server/UQuoraneSession.h"
 
+#include <filesystem>
+
 #include "contracts/Exceptions.h"
 #include "contracts/SystemServices.h"
 #include "server/UResourceStrings.h"
@@ -29,10 +31,6 @@ void RaiseTranslated(const std::string& message) {
     for (const TTranslation& translation : LoginTranslations)
         if (message.find(translation.ServerException) != std::string::npos)
             throw Exception(translation.Message);
-}
-
-std::string DirectoryWithSeparator(const std::string& path) {
-    return path.substr(0, path.find_last_of('/') + 1);
 }
 
 } // namespace
@@ -113,7 +111,7 @@ std::string TQuoraneSession::EnvironmentDescription() {
 std::string TQuoraneSession::TallyworksExecutable() {
     const std::string client =
         SystemServices().ReadMachineSetting("SOFTWARE\\Vantrel\\Quorane", "Quorane_EXE");
-    return DirectoryWithSeparator(client) + "Quorane Tallyworks Pluggin.EXE";
+    return (std::filesystem::path(client).parent_path() / "Quorane Tallyworks Pluggin.EXE").string();
 }
 
 TQuoraneSession& CurrentSession() {
