@@ -33,16 +33,19 @@ void RaiseTranslated(const std::string& message) {
             throw Exception(translation.Message);
 }
 
+void DeleteIfThere(const std::string& file) {
+    if (SystemServices().FileExists(file)) SystemServices().DeleteFile(file);
+}
+
 } // namespace
 
 TQuoraneSession::TQuoraneSession()
     : FDescriptionFileName(SystemServices().UniqueTempFileName() + ".html") {}
 
 TQuoraneSession::~TQuoraneSession() {
+    Logout();
     try {
-        Logout();
-        if (SystemServices().FileExists(FDescriptionFileName))
-            SystemServices().DeleteFile(FDescriptionFileName);
+        DeleteIfThere(FDescriptionFileName);
     } catch (...) {
         // Nobody is left who could be told.
     }
@@ -52,7 +55,7 @@ void TQuoraneSession::Login(const std::string& host, const std::string& user, co
     FServer = CoQuoraneServerFactory::Create()->Create1(Wide(host));
     try {
         const Variant session = CallByName(FServer, "login", {Wide(user), Wide(password)});
-        FSession = Query<ISession>(session.AsDispatch());
+        FSession = Cast<ISession>(session.AsDispatch());
         FServerVersion = Utf8(FServer->Get_ServerVersion());
     } catch (const std::exception& failure) {
         RaiseTranslated(failure.what());
@@ -65,9 +68,9 @@ void TQuoraneSession::Login(const std::string& host, const std::string& user, co
 }
 
 void TQuoraneSession::Logout() {
-    const Handle<ISession> session = GetQuoraneSession();
-    if (!session) return;
     try {
+        const Handle<ISession> session = GetQuoraneSession();
+        if (!session) return;
         session->logout();
     } catch (...) {
         // The server may be gone; the object is logged out all the same.

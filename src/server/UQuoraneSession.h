@@ -25,7 +25,8 @@ public:
     // and what the SDK raises when the server object can't be made. The logon data and
     // the logged-in state are then as before; GetQuoraneServer gives the new server.
     void Login(const std::string& host, const std::string& user, const std::string& password);
-    // Ends in the logged-out state even when the server is gone. Keeps the logon data.
+    // Ends in the logged-out state even when the server is gone; raises nothing. Keeps
+    // the logon data.
     void Logout();
     void Relogin();
     // A fresh session, and so a fresh view of the server. Every object of the old

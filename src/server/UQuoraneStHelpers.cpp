@@ -14,7 +14,7 @@ bool TQuoraneObjectEnumerator::MoveNext() {
 }
 
 Handle<IDispatch> TQuoraneObjectEnumerator::GetCurrent() const {
-    return Require(FCollection)->Get_Item(Variant(FIndex)).AsDispatch();
+    return Require(Require(FCollection)->Get_Item(Variant(FIndex)).AsDispatch());
 }
 
 TEnumerableStCollection::TEnumerableStCollection(Handle<IStCollection> collection)

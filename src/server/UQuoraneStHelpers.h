@@ -19,8 +19,8 @@ public:
     // last one. Raises what the SDK raises.
     bool MoveNext();
 
-    // The element under the walk, for the caller to query. Raises EConvertError when
-    // the collection holds plain values.
+    // The element under the walk, never empty, for the caller to query. Raises
+    // EConvertError when the collection holds plain values.
     Quorane_TLB::Handle<Quorane_TLB::IDispatch> GetCurrent() const;
 
 private:

@@ -57,8 +57,26 @@ TEST_F(LoginTest, TranslatesWhatTheServerRefusesWith) {
 }
 
 TEST_F(LoginTest, TranslatesAFailureToReadTheVersionToo) {
-    EXPECT_CALL(*Server, Get_ServerVersion()).WillOnce(Throw(ServerFailure("InvalidLoginException")));
+    EXPECT_CALL(*Server, Get_ServerVersion())
+        .WillOnce(Throw(ServerFailure("InvalidLoginException")))
+        .WillOnce(Return(u"7.1"));
     EXPECT_EQ(FailureOfLogin(), "Invalid Login");
+    EXPECT_FALSE(Object.IsLoggedIn());
+    const auto second = MakeMock<TMockSession>();
+    EXPECT_CALL(*Server, login(_, _)).WillOnce(Return(second));
+    EXPECT_EQ(FailureOfLogin(), "");
+    EXPECT_TRUE(Object.IsLoggedIn());
+    EXPECT_EQ(Object.GetQuoraneSession(), second);
+}
+
+TEST_F(LoginTest, TakesNothingButASessionForASession) {
+    struct TOddServer : testing::NiceMock<TMockQuoraneServer> {
+        Variant Invoke(std::string_view, InvokeKind, std::span<Variant>) override {
+            return Variant(Handle<IDispatch>(MakeMock<TMockUser>()));
+        }
+    };
+    EXPECT_CALL(*ServerFactory, Create1(_)).WillOnce(Return(std::make_shared<TOddServer>()));
+    EXPECT_THROW(Object.Login("dev7", "ben", "secret"), EConvertError);
     EXPECT_FALSE(Object.IsLoggedIn());
 }
 
@@ -137,6 +155,15 @@ TEST_F(LoginTest, LogsOnAgainWhenALoggedInObjectHasNoHandle) {
     EXPECT_CALL(*Server, login(_, _)).WillOnce(Return(Handle<ISession>())).WillOnce(Return(Session));
     Object.Login("dev7", "ben", "secret");
     EXPECT_EQ(Object.GetQuoraneSession(), Session);
+}
+
+TEST_F(LoginTest, LogsOutLocallyWhenALostHandleCannotBeReplaced) {
+    EXPECT_CALL(*Server, login(_, _))
+        .WillOnce(Return(Handle<ISession>()))
+        .WillOnce(Throw(ServerFailure("RemoteServerException: gone")));
+    Object.Login("dev7", "ben", "secret");
+    Object.Logout();
+    EXPECT_FALSE(Object.IsLoggedIn());
 }
 
 TEST_F(LoginTest, LogsOutAndDeletesItsFileWhenItGoes) {
