@@ -10,6 +10,9 @@
 
 #include <QCoreApplication>
 #include <QMenu>
+#include <QPointer>
+
+#include <algorithm>
 
 #include <gmock/gmock.h>
 
@@ -156,6 +159,27 @@ TEST_F(EditorContract, HandlerThatFailsKeepsTheTabAndShowsTheFailureOnce) {
     EXPECT_FALSE(frame->Close());
     EXPECT_EQ(FArea.count(), 1);
     EXPECT_THAT(FDialogs.Errors(), ElementsAre("not now"));
+}
+
+TEST_F(EditorContract, ClosingAllFramesLeavesNoWidgetOfThemWhateverTheirHandlersSay) {
+    const std::function<bool()> handlers[] = {
+        nullptr,
+        [] { return true; },
+        [] { return false; },
+        []() -> bool { throw Exception("not now"); },
+    };
+    std::vector<std::shared_ptr<IHostTabFrame>> frames;
+    std::vector<QPointer<QWidget>> widgets;
+    for (const auto& handler : handlers) {
+        frames.push_back(FEditors.CreateTabFrame());
+        widgets.emplace_back(new TPanel(&frames.back()->Body(), "panel"));
+        frames.back()->OnClose = handler;
+        frames.back()->Show();
+    }
+    FArea.CloseFrames();
+    EXPECT_EQ(FArea.count(), 0);
+    EXPECT_TRUE(std::ranges::all_of(widgets, &QPointer<QWidget>::isNull));
+    EXPECT_THAT(FDialogs.TakeErrors(), ElementsAre("not now"));
 }
 
 TEST_F(EditorContract, ContextMenuHangsActionsBelowTheirCategory) {

@@ -218,6 +218,8 @@ void TEditorArea::CloseFrames() {
         frame->OnSelect = nullptr;
         frame->OnDeselect = nullptr;
         if (!closed) RemoveFrame(*frame);
+        // What is left on the page may be of a kind whose code goes next.
+        frame->DestroyPage();
     }
 }
 

@@ -48,6 +48,7 @@ public:
     void ShowFrame(TTabFrame& frame);
     void RemoveFrame(TTabFrame& frame);
     // Closes all tab frames, whose handlers are about to go; a refusal does not count.
+    // Pages and what is still on them are destroyed when this returns.
     void CloseFrames();
     void RefreshTab(QWidget& page);
 

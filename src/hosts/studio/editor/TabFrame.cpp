@@ -17,6 +17,10 @@ TTabFrame::~TTabFrame() {
     if (FPage && (!FArea || FArea->indexOf(FPage) < 0)) delete FPage.data();
 }
 
+void TTabFrame::DestroyPage() {
+    delete FPage.data();
+}
+
 void TTabFrame::RequireBody() const {
     if (!FPage) throw Exception("The tab is closed.");
 }

@@ -22,6 +22,8 @@ public:
     bool Close() override;
 
     QWidget* Page() const { return FPage; }
+    // At once, where closing waits for the event that closes to end.
+    void DestroyPage();
     const QString& Caption() const { return FCaption; }
     const QString& Title() const { return FTitle; }
     QIcon Icon() const;
