@@ -1,4 +1,6 @@
 #include "hosts/studio/Studio.h"
+#include "contracts/SystemServices.h"
+#include "hosts/studio/AddInModule.h"
 #include "hosts/studio/editor/SourceEdit.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
@@ -86,6 +88,13 @@ TEST_F(Studio, ModuleThatFailsToRegisterIsTakenOutAgain) {
     EXPECT_FALSE(studio.HasModule());
     EXPECT_EQ(Note(studio), "The module does not want to.");
     EXPECT_FALSE(Loaded(TestModule()));
+}
+
+TEST(AddInModule, ThatIsRefusedLeavesNoService) {
+    TAddInModule module(std::filesystem::path(QCoreApplication::applicationDirPath().toStdString()) /
+                        "libquorane-addin.so");
+    EXPECT_THROW(module.Register(), Exception);
+    EXPECT_THROW(SystemServices(), Exception);
 }
 
 TEST_F(Studio, ModuleHearsOfTheMainFormOnceItExists) {

@@ -16,9 +16,10 @@ TSystemPaths Paths(const std::filesystem::path& library) {
     return paths;
 }
 
-class TComposition {
+// Where the logic finds system, SDK and engine while the module is in use.
+class TServices {
 public:
-    TComposition()
+    TServices()
         : FLibrary(ModuleFolder() / "libquorane-sdk.so")
         , FSystem(Paths(FLibrary)) {
         SetSystemServices(&FSystem);
@@ -30,23 +31,36 @@ public:
                                                                                  const std::string& name) {
             return CreateEngineBrowser(library, parent, name);
         });
-        RegisterAddIn();
     }
+    ~TServices() {
+        SetHtmlEngineFactory({});
+        Quorane_TLB::SetClassObjectProvider({});
+        SetSystemServices(nullptr);
+    }
+
+    TServices(const TServices&) = delete;
+    TServices& operator=(const TServices&) = delete;
+
+private:
+    std::filesystem::path FLibrary;
+    TDesktopSystemServices FSystem;
+};
+
+class TComposition {
+public:
+    TComposition() { RegisterAddIn(); }
     // The panel goes before the session, and the session needs SDK and system.
     ~TComposition() {
         UnregisterAddIn();
         FinalizeQuoraneSession();
-        SetHtmlEngineFactory({});
-        Quorane_TLB::SetClassObjectProvider({});
-        SetSystemServices(nullptr);
     }
 
     TComposition(const TComposition&) = delete;
     TComposition& operator=(const TComposition&) = delete;
 
 private:
-    std::filesystem::path FLibrary;
-    TDesktopSystemServices FSystem;
+    // A member, so that it goes also when the host refuses the add-in.
+    TServices FServices;
 };
 
 } // namespace
