@@ -2,6 +2,7 @@
 
 #include "ide/UDtmImages.h"
 #include "panel/QuoraneDockForm.h"
+#include "panel/UQuoraneGUIHelpers.h"
 #include "platform/widgets/Application.h"
 #include "platform/widgets/Menus.h"
 #include "server/UQuoraneSession.h"
@@ -81,4 +82,5 @@ void RegisterAddIn() {
 void UnregisterAddIn() {
     ProductStartup.reset();
     QuoraneAddin.reset();
+    FinalizeGUIHelpers();
 }

@@ -47,5 +47,5 @@ private:
 
 // Makes the one TProductStartup and keeps it.
 void RegisterAddIn();
-// Destroys it; nothing happens when there is none.
+// Destroys it and what the panel leaves behind; nothing happens when there is none.
 void UnregisterAddIn();

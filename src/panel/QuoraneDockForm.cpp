@@ -42,6 +42,8 @@ TfrmQuoraneMain::~TfrmQuoraneMain() {
     if (const std::shared_ptr<IHostTabFrame> tab = FTabFrame) {
         LeaveTab();
         tab->OnClose = nullptr;
+        tab->OnSelect = nullptr;
+        tab->OnDeselect = nullptr;
         tab->Close();
     }
     FormDestroy();
@@ -53,7 +55,6 @@ void TfrmQuoraneMain::CreateForm() {
 
 void TfrmQuoraneMain::RemoveForm() {
     FreeDockableForm(TheForm);
-    FinalizeGUIHelpers();
 }
 
 void TfrmQuoraneMain::ShowForm() {

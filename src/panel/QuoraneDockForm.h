@@ -60,7 +60,8 @@ public:
 
     // Makes the one panel, hidden, unless it exists.
     static void CreateForm();
-    // Destroys it with all that hangs on it; the session stays.
+    // Destroys it with all that hangs on it; the session and what PanelHelpers holds
+    // stay.
     static void RemoveForm();
     // Brings a connected panel up; otherwise asks for the logon first and comes up
     // when that went well. Raises what filling the lists raises.
@@ -276,6 +277,9 @@ private:
     void ReparentAndAlignComponents();
     void LeaveTab();
     bool CloseFrame();
+    // What the panel shows does not depend on which tab is in front.
+    void SelectFrame() {}
+    void DeSelectFrame() {}
     friend void ShowDockableForm(TfrmQuoraneMain* form);
 
     TQuoraneGUIHelpers& FHelpers;

@@ -71,6 +71,8 @@ void TfrmQuoraneMain::ShowTab() {
         FTabFrame->SetTitle(SMessageCaption);
         FTabFrame->SetIcon(AddInIconName);
         FTabFrame->OnClose = [this] { return CloseFrame(); };
+        FTabFrame->OnSelect = [this] { SelectFrame(); };
+        FTabFrame->OnDeselect = [this] { DeSelectFrame(); };
         FTabFrame->SetHelpKeyword("hc_QuoraneIntegration");
         splContents->Hide();
         trvRequirements->SetAlign(TAlign::Client);

@@ -131,6 +131,7 @@ TEST_F(AddIn, UnloadingTakesTheWizardFirstAndThePanelLast) {
     UnregisterAddIn();
     EXPECT_THAT(FHost.Steps, ElementsAre("remove wizard 7", "stop waiting 3", "remove form"));
     EXPECT_EQ(QuoranePanel(), nullptr);
+    EXPECT_EQ(GUIHelpers, nullptr);
 }
 
 TEST_F(AddIn, UnloadingBeforeTheMainFormRemovesNoWizard) {

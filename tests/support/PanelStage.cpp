@@ -15,6 +15,7 @@ TPanelStage::TPanelStage(const std::string& database)
 
 TPanelStage::~TPanelStage() {
     TfrmQuoraneMain::RemoveForm();
+    FinalizeGUIHelpers();
     FinalizeQuoraneSession();
 }
 
