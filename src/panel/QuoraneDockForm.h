@@ -239,7 +239,7 @@ private:
 
     // Tree commands
     bool IsRequirementSelected() const;
-    void SelectNewRequirement(TTreeNode& parent, std::int32_t parentID, int position);
+    void SelectNewRequirement(TTreeNode& parent, std::int32_t parentID, std::int32_t createdID);
     void CreateRequirementAsChild(TTreeNode& selected);
     void CreateRequirementOnTheSameLevel(bool above);
     void ForgetCachedTree();

@@ -14,12 +14,6 @@
 
 using namespace Quorane_TLB;
 
-namespace {
-
-constexpr int LastChild = -1;
-
-} // namespace
-
 bool TfrmQuoraneMain::IsRequirementSelected() const {
     const TTreeNode* node = trvRequirements->Selected();
     return node && node->Level() >= 2;
@@ -65,7 +59,7 @@ Handle<IRequirementTreeNode> TfrmQuoraneMain::FindReqTreeNode(const Handle<IRequ
     return nullptr;
 }
 
-void TfrmQuoraneMain::SelectNewRequirement(TTreeNode& parent, std::int32_t parentID, int position) {
+void TfrmQuoraneMain::SelectNewRequirement(TTreeNode& parent, std::int32_t parentID, std::int32_t createdID) {
     ForgetCachedTree();
     const Handle<IRequirementTreeNode> root = FHelpers.CurrentBaseline->Get_RequirementTree()->Get_Root();
     const Handle<IRequirementTreeNode> node = FindReqTreeNode(root, parentID);
@@ -74,8 +68,10 @@ void TfrmQuoraneMain::SelectNewRequirement(TTreeNode& parent, std::int32_t paren
     const TNodeWatch watch(&parent);
     FHelpers.PopulateChildren(parent);
     if (watch.Node()) parent.Expand(false);
-    if (!watch.Node()) throw Exception(SNewNodeNotFound);
-    TTreeNode* created = position < 0 ? parent.GetLastChild() : parent.Item(position);
+    // A save on the way has met a lost connection, and the tree is another one.
+    if (!watch.Node()) throw EAbort();
+    // By its number: its place may have moved, since others work on the same tree.
+    TTreeNode* created = FHelpers.FindChildNodeWithID(parent, createdID);
     if (!created) throw Exception(SNewNodeNotFound);
     created->SetSelected();
 }
@@ -84,9 +80,10 @@ void TfrmQuoraneMain::CreateRequirementAsChild(TTreeNode& selected) {
     const TWinControl::TUpdate held(*trvRequirements);
     const Handle<IRequirementTreeNode> node = CurrentRequirementTreeNode();
     const std::int32_t id = node->Get_ID()->Get_IDNumber();
-    SaveByName(CurrentSession().CreateRequirementAsChild(node, FProject, FHelpers.CurrentRequirement,
-                                                         SNewRequirement));
-    SelectNewRequirement(selected, id, LastChild);
+    const Handle<IRequirement> created = CurrentSession().CreateRequirementAsChild(
+        node, FProject, FHelpers.CurrentRequirement, SNewRequirement);
+    SaveByName(created);
+    SelectNewRequirement(selected, id, created->Get_IDNumber());
 }
 
 void TfrmQuoraneMain::actCreateRequirementExecute() {
@@ -109,9 +106,10 @@ void TfrmQuoraneMain::CreateRequirementOnTheSameLevel(bool above) {
         if (parent->Get_IsRequirement() != WordFalse)
             requirement = CurrentSession().FindLatestRequirement(parentID);
         const std::int32_t position = parent->indexOf(node) + (above ? 0 : 1);
-        SaveByName(CurrentSession().CreateRequirementAboveOrBelow(parent, FProject, requirement,
-                                                                  SNewRequirement, position));
-        SelectNewRequirement(*trvRequirements->Selected()->Parent(), parentID, position);
+        const Handle<IRequirement> created = CurrentSession().CreateRequirementAboveOrBelow(
+            parent, FProject, requirement, SNewRequirement, position);
+        SaveByName(created);
+        SelectNewRequirement(*trvRequirements->Selected()->Parent(), parentID, created->Get_IDNumber());
     }
     actRenameReqExecute();
 }

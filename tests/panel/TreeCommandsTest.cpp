@@ -62,6 +62,19 @@ TEST_F(TPanelCommands, ANewChildOfATypeStandsOnItsFirstLevel) {
     Tree().EndEdit(true);
 }
 
+TEST_F(TPanelCommands, TheNewChildIsSelectedAlsoBesideOneThatAnotherHasJustMade) {
+    Select(ZoneControl);
+    const std::int32_t parent = SelectedNumber();
+    const Handle<ISession> other = Server->LogOn("admin");
+    const auto position = static_cast<std::int32_t>(ServerChildren(*Tree().Selected()).size());
+    SaveByName(CoRequirementFactory::Create()->Create2(u"From elsewhere", other->getLatestRequirement(parent),
+                                                       position, other));
+    User->Click("btnCreateRequirement");
+    EXPECT_EQ(SelectedText(), "New Requirement");
+    EXPECT_EQ(ServerChildren(*Tree().Selected()->Parent()).size(), static_cast<std::size_t>(position) + 2);
+    Tree().EndEdit(true);
+}
+
 TEST_F(TPanelCommands, ARequirementThatTheServerRefusesCannotBeNamed) {
     Select(ZoneControl);
     Server->Calls.FailOperation("IRequirementFactory.Create2", "NoPermissionException: no.");
