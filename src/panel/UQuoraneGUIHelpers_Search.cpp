@@ -60,7 +60,10 @@ TTreeNode* TQuoraneGUIHelpers::SearchDownwards(TTreeNode& ancestor, const Handle
     }
     TTreeNode* found = &ancestor;
     for (; found && !path.empty(); path.pop_back()) {
+        const TNodeWatch watch(found);
         PopulateChildren(*found);
+        // A save on the way has met a lost connection, and the tree is another one.
+        if (!watch.Node()) throw EAbort();
         found = FindChildNodeWithID(*found, path.back());
     }
     return found;

@@ -94,3 +94,22 @@ TEST_F(TPanelFailures, AConnectionLostWhileARequirementIsChangedIsRestoredOnce) 
     EXPECT_EQ(NameOnServer(number), "Zone control");
     EXPECT_NO_THROW(ReadAs("ben", number)->lock());
 }
+
+TEST_F(TPanelFailures, AConnectionLostOnTheWayToAFoundRequirementEndsTheSearch) {
+    Select(FilterReadings);
+    const auto other = Server->LogOn("admin");
+    const auto parent = User->Node("trvRequirements", {Top().Text(), FirmwareType, "Zone control"})
+                            .DataAs<TRequirementTreeNodeContainer>()
+                            ->Node->Get_ID()
+                            ->Get_IDNumber();
+    const TReq made = Quorane_TLB::CoRequirementFactory::Create()->Create2(
+        u"From elsewhere", other->getLatestRequirement(parent), 0, other);
+    SaveByName(made);
+    Helpers().RefreshCurrentRequirement();
+    User->Type("edtRequirementName", "Filter");
+    Server->Calls.FailOperation("IRequirement.save", LostConnection);
+    Dialogs.Answer(TMessageResult::Ok);
+    EXPECT_THROW(Helpers().SearchNodeById(made->Get_IDNumber()), EAbort);
+    EXPECT_EQ(Dialogs.TakeMessages().size(), 1U);
+    EXPECT_TRUE(Top().Selected());
+}
