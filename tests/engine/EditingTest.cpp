@@ -11,6 +11,13 @@ using testing::Not;
 class EngineEditing : public TEngineFixture {
 protected:
     static THtmlValue Text(const char16_t* text) { return std::u16string(text); }
+    std::u16string WordAt(int x, int y) {
+        const auto range = TextRange();
+        range->moveToPoint(x, y);
+        range->moveStart("word", -1);
+        range->moveEnd("word", 1);
+        return QString::fromStdU16String(range->get_text()).trimmed().toStdU16String();
+    }
 };
 
 TEST_F(EngineEditing, TypingChangesTheDocumentAndMakesItDirty) {
@@ -179,23 +186,17 @@ TEST_F(EngineEditing, ClickOnPictureOrTableBorderSelectsTheControl) {
 }
 
 TEST_F(EngineEditing, WordUnderThePointIsFoundAcrossMarkUp) {
-    Edit("<body style='margin:0;font:40px monospace'>alpha be<b>ta</b> gamma</body>");
+    Edit("<body style='margin:0;font:40px/50px monospace'>alpha be<b>ta</b> gamma<br>de<i>l</i>ta"
+         "<div style='margin:0'><i>eps</i>ilon</div>zeta<b></b></body>");
     std::vector<std::u16string> words;
-    for (int x = 1; x < 640; x += 4) {
-        const auto range = TextRange();
-        range->moveToPoint(x, 25);
-        range->moveStart("word", -1);
-        range->moveEnd("word", 1);
-        const std::u16string word = QString::fromStdU16String(range->get_text()).trimmed().toStdU16String();
-        if (words.empty() || words.back() != word) words.push_back(word);
-    }
+    for (int line = 0; line < 5; ++line)
+        for (int x = 1; x < 640; x += 6) {
+            const std::u16string word = WordAt(x, 25 + 50 * line);
+            if (words.empty() || words.back() != word) words.push_back(word);
+        }
     std::erase(words, u"");
-    EXPECT_THAT(words, ElementsAre(u"alpha", u"beta", u"gamma"));
-    const auto beside = TextRange();
-    beside->moveToPoint(20, 300);
-    beside->moveStart("word", -1);
-    beside->moveEnd("word", 1);
-    EXPECT_EQ(beside->get_text(), u"");
+    EXPECT_THAT(words, ElementsAre(u"alpha", u"beta", u"gamma", u"delta", u"epsilon", u"zeta"));
+    EXPECT_EQ(WordAt(20, 400), u"");
 }
 
 TEST_F(EngineEditing, TableIsBuiltOutsideTheDocument) {

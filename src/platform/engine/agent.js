@@ -124,27 +124,59 @@
         return element;
     }
 
-    // The texts of the block around a place as one text, and the place in it. Empty for
-    // a place that is not in a text.
+    // The pieces of text from a place to the next blank or the edge of its line, in the
+    // order of the text. A longer stretch without a blank is no word of anybody's.
+    function stretch(container, offset, backwards) {
+        const line = blockOf(container);
+        const walker = document.createTreeWalker(line, NodeFilter.SHOW_TEXT | NodeFilter.SHOW_ELEMENT);
+        const step = backwards ? -1 : 1;
+        const pieces = [];
+        let room = 500;
+        let node = container;
+        walker.currentNode = container;
+        for (let at = offset; node; at = backwards && node ? node.data.length : 0) {
+            let edge = at;
+            let closed = false;
+            while (!closed && (backwards ? edge > 0 : edge < node.data.length)) {
+                closed = /\s/.test(node.data[backwards ? edge - 1 : edge]) || --room === 0;
+                edge += step;
+            }
+            const piece = { node: node, from: Math.min(at, edge), to: Math.max(at, edge) };
+            pieces.splice(backwards ? 0 : pieces.length, 0, piece);
+            if (closed) break;
+            node = textBeside(walker, line, backwards);
+        }
+        return pieces;
+    }
+
+    // Empty when something else than inline mark-up lies between.
+    function textBeside(walker, line, backwards) {
+        for (;;) {
+            const node = backwards ? walker.previousNode() : walker.nextNode();
+            if (!node || /^(BR|HR|IMG)$/.test(node.nodeName) || blockOf(node) !== line) return null;
+            if (node.nodeType === Node.TEXT_NODE) return node;
+        }
+    }
+
+    // The text around a place and the place in it. Empty for a place that is not in a
+    // text.
     function textAround(container, offset) {
         if (container.nodeType !== Node.TEXT_NODE) return null;
-        const walker = document.createTreeWalker(blockOf(container), NodeFilter.SHOW_TEXT);
-        const nodes = [];
+        const pieces = stretch(container, offset, true);
+        const place = pieces.reduce((length, piece) => length + piece.to - piece.from, 0);
+        pieces.push(...stretch(container, offset, false));
         let text = '';
-        let place = -1;
-        while (walker.nextNode()) {
-            const node = walker.currentNode;
-            if (node === container) place = text.length + offset;
-            nodes.push({ node: node, start: text.length });
-            text += node.data;
+        for (const piece of pieces) {
+            piece.start = text.length;
+            text += piece.node.data.slice(piece.from, piece.to);
         }
-        return { nodes: nodes, text: text, place: place };
+        return { pieces: pieces, text: text, place: place };
     }
 
     function placeIn(around, position) {
-        let found = around.nodes[0];
-        for (const candidate of around.nodes) if (candidate.start <= position) found = candidate;
-        return [found.node, Math.min(position - found.start, found.node.data.length)];
+        let found = around.pieces[0];
+        for (const candidate of around.pieces) if (candidate.start <= position) found = candidate;
+        return [found.node, Math.min(found.from + position - found.start, found.to)];
     }
 
     // The next boundary of a word in a direction. A place at the start of a word counts
