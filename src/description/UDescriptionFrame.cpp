@@ -3,6 +3,7 @@
 
 #include "contracts/Exceptions.h"
 #include "description/MSHTMLEvents.h"
+#include "description/UGlossaryHintForm.h"
 #include "frames/ScopedFlag.h"
 #include "frames/URequirementPanel.h"
 #include "server/UQuoraneSession.h"
@@ -32,6 +33,7 @@ TfraDescription::TfraDescription(TWinControl* parent, const std::string& name)
     : TfraBaseRequirementFrame(parent, name)
     , wbrReqDescription(std::make_unique<TLateBrowser>(*this, "wbrReqDescription"))
     , eddDescription(new TEditDesigner(this, "eddDescription")) {
+    CreateGlossaryHint();
     wbrReqDescription->OnDownloadComplete = [this] { wbrReqDescriptionDownloadComplete(); };
     wbrReqDescription->OnLinkClick = [](const std::string& address) { OpenLink(address); };
     eddDescription->OnPreHandleEvent = [this](std::int32_t eventDispId, IHTMLEventObj& event) {
@@ -41,6 +43,7 @@ TfraDescription::TfraDescription(TWinControl* parent, const std::string& name)
 
 TfraDescription::~TfraDescription() {
     Application().SetMessageHook({});
+    FreeGlossaryHint();
 }
 
 void TfraDescription::UpdateDescription() {
