@@ -54,7 +54,7 @@ TEST_F(BulkWriterTest, LeavesNothingWithoutACommit) {
 TEST_F(BulkWriterTest, GoesOnAfterARefusedRecord) {
     BulkWriter writer(FFolder.File("quorane.db"), BulkWriter::Hashing::QuickForTests);
     auto bad = Under(FSrs, 0, "Bad");
-    bad.Description = "<p>open";
+    bad.Description = "<p open";
     EXPECT_THROW(writer.AddRequirement(bad, By("ann")), RuleViolation);
     EXPECT_THROW(writer.AddRequirement(Under(FSrs, 0, ""), By("ann")), RuleViolation);
     EXPECT_THROW(writer.AddRequirement(Under(0, 999999, "Orphan"), By("ann")), RuleViolation);

@@ -230,7 +230,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "longer than 255"},
         RefusedSave{"NulInName", [](EditingTest&, Save& r) { r.set_name(std::string("a\0b", 3)); },
                     "holds the character NUL"},
-        RefusedSave{"OpenElement", [](EditingTest&, Save& r) { r.set_description("<p>x"); }, "well-formed"},
+        RefusedSave{"UnendedTag", [](EditingTest&, Save& r) { r.set_description("<p x"); }, "well-formed"},
         RefusedSave{"HugeDescription",
                     [](EditingTest&, Save& r) { r.set_description(std::string(1'500'001, 'x')); },
                     "larger than"},

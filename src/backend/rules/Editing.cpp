@@ -59,7 +59,7 @@ std::int64_t Editing::MakeRequirement(ObjectId requirementId, ObjectId typeId,
                                       const NewRequirement& requirement, const Revision& revision) {
     const RequirementType& type = Type(typeId);
     CheckName("The requirement's name", requirement.Name, MaxRequirementName);
-    CheckDescription(requirement.Description);
+    const std::string description = CleanDescription(requirement.Description);
     CheckText("The validation", requirement.Validation, MaxTextLength);
     CheckReferences(requirement.References);
     CheckOwner(requirement.OwnerId);
@@ -84,7 +84,7 @@ std::int64_t Editing::MakeRequirement(ObjectId requirementId, ObjectId typeId,
     version.TypeId = typeId;
     version.Name = requirement.Name;
     version.OwnerId = requirement.OwnerId;
-    version.TextId = table.AddText({requirement.Description, requirement.Validation});
+    version.TextId = table.AddText({description, requirement.Validation});
     version.Changed = revision.Date;
     version.ChangedBy = revision.UserId;
     version.Comment = revision.Comment;
@@ -157,11 +157,10 @@ void Editing::ApplyTexts(Draft& draft, const RequirementChange& change) {
     // With a key reference a client shows, and sends back, the reference's text in
     // place of the description; the description stays what it was.
     if (change.Description && !draft.HasKeyReference()) {
-        CheckDescription(*change.Description);
-        // An editor wraps what it was given into a document of its own.
-        if (BodyOf(*change.Description) != BodyOf(draft.Text.Description)) {
-            draft.Note("Description", draft.Text.Description, *change.Description);
-            draft.Text.Description = *change.Description;
+        const std::string description = CleanDescription(*change.Description);
+        if (!SameMarkup(description, draft.Text.Description)) {
+            draft.Note("Description", draft.Text.Description, description);
+            draft.Text.Description = description;
             draft.NewText = true;
         }
     }

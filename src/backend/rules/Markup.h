@@ -6,14 +6,24 @@
 
 namespace Backend {
 
-// Refuses (MarkupViolation) mark-up whose elements do not nest, with stray "<" or
-// "&", and an image with a "src" that is neither stored ("src_original") nor new
-// ("new"). It judges HTML as an editor writes it: elements without content need no
-// end, attributes need no quotes, a whole document is as good as a piece of one.
-void CheckMarkup(std::string_view html);
+// The mark-up as descriptions are kept: well-formed XHTML with nothing in it but
+// formatted text, tables, links and stored pictures. What does not nest, is not ended
+// or not quoted is mended; scripts, frames, forms, style sheets, comments and addresses
+// that lead anywhere but to the web, a mailbox or within the text are left out. A whole
+// document stays one, a piece stays a piece; cleaned mark-up comes out unchanged.
+//
+// Expects valid UTF-8. Refuses (MarkupViolation) what cannot be mended without losing
+// text: a tag, an attribute or a comment without an end, elements nested hundreds deep;
+// an image with a "src" that is neither stored ("src_original") nor new ("new"); and
+// (RuleViolation) a new image, which has to be stored before the description.
+std::string CleanMarkup(std::string_view html);
 
 // What stands in the body of a whole document, without white space at its ends; a
-// piece of mark-up as it is. Two descriptions with the same body are the same.
+// piece of mark-up as it is.
 std::string_view BodyOf(std::string_view html);
+
+// Whether cleaned mark-up says the same as what is kept, which may be older than the
+// rules, or wrapped into a document of an editor's own.
+bool SameMarkup(std::string_view cleaned, std::string_view kept);
 
 } // namespace Backend

@@ -105,11 +105,16 @@ void CheckName(std::string_view what, std::string_view text, std::size_t maxLeng
     CheckText(what, text, maxLength);
 }
 
-void CheckDescription(std::string_view html) {
-    if (html.size() > MaxDescriptionBytes)
-        Refuse("The description", "is larger than " + std::to_string(MaxDescriptionBytes) + " bytes");
+std::string CleanDescription(std::string_view html) {
+    const auto checkSize = [](std::string_view text) {
+        if (text.size() > MaxDescriptionBytes)
+            Refuse("The description", "is larger than " + std::to_string(MaxDescriptionBytes) + " bytes");
+    };
+    checkSize(html);
     CheckText("The description", html, MaxDescriptionBytes);
-    CheckMarkup(html);
+    std::string clean = CleanMarkup(html);
+    checkSize(clean);
+    return clean;
 }
 
 void CheckIcon(std::string_view what, std::string_view icon) {

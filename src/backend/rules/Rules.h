@@ -23,7 +23,8 @@ constexpr std::size_t MaxImageBytes = 16 * 1024 * 1024;
 void CheckText(std::string_view what, std::string_view text, std::size_t maxLength);
 // The same, and not empty.
 void CheckName(std::string_view what, std::string_view text, std::size_t maxLength = MaxName);
-void CheckDescription(std::string_view html);
+// Gives the mark-up as it is kept.
+std::string CleanDescription(std::string_view html);
 void CheckIcon(std::string_view what, std::string_view icon);
 void CheckReferences(const std::vector<DocumentReference>& references);
 // Of the attribute's kind and within its bounds.

@@ -153,8 +153,12 @@ grpc::Status RequirementsServer::SaveRequirement(Context* context,
         CheckText("The comment", request->comment(), MaxTextLength);
         Editing(connection).Save(place, FromWire(*request), RevisionBy(caller, request->comment()));
         const TreePlace saved = connection.Trees.Find(place.BaselineId, place.NodeId).value();
-        ToWire(connection.Requirements.ReadVersion(saved.VersionId)->Number, *reply->mutable_version());
+        const RequirementVersion version = connection.Requirements.ReadVersion(saved.VersionId).value();
+        ToWire(version.Number, *reply->mutable_version());
         reply->set_stamp(Stamp(connection, saved));
+        if (!request->has_description()) return;
+        const std::string kept = connection.Requirements.ReadText(version.TextId).Description;
+        if (kept != request->description()) reply->set_description(kept);
     });
 }
 

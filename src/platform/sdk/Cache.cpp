@@ -69,7 +69,8 @@ void TRequirementState::TakeSaved(const wire::SaveRequirementRequest& saved,
     auto now = std::make_shared<wire::Requirement>(*Snapshot);
     *now->mutable_version() = reply.version();
     if (saved.has_name()) now->set_name(saved.name());
-    if (saved.has_description()) now->set_description(saved.description());
+    if (saved.has_description())
+        now->set_description(reply.has_description() ? reply.description() : saved.description());
     if (saved.has_validation()) now->set_validation(saved.validation());
     if (saved.has_owner_id()) now->set_owner_id(saved.owner_id());
     if (saved.has_references()) *now->mutable_references() = saved.references().references();

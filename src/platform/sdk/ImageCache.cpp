@@ -86,6 +86,12 @@ std::string TImageCache::Store(TConnection& connection, const std::string& path)
     return connection.AskWithStream("PutImage", &TConnection::TStub::PutImage, chunks).hash();
 }
 
+std::string TImageCache::WithoutNew(const std::string& html) {
+    return ChangeTags(html, "img", [](THtmlAttributes& attributes) {
+        return std::erase_if(attributes, [](const auto& attribute) { return attribute.first == "new"; }) > 0;
+    });
+}
+
 std::string TImageCache::ToShown(const std::string& html) const {
     return ChangeTags(html, "img", [this](THtmlAttributes& attributes) {
         const std::string* hash = FindAttribute(attributes, "src_original");

@@ -24,6 +24,10 @@ public:
     // named by its hash: a round trip each. Raises when a file cannot be read.
     std::string StoreNew(TConnection& connection, const std::string& html) const;
 
+    // The description without marks for new pictures. One that somebody else has marked
+    // would send a file of this user's with the next save.
+    static std::string WithoutNew(const std::string& html);
+
     // Each the inverse of the other, of a whole description.
     std::string ToShown(const std::string& html) const;
     std::string ToStored(const std::string& html) const;

@@ -78,6 +78,7 @@ wire::SaveRequirementReply TSession::SendSave(const wire::SaveRequirementRequest
     wire::SaveRequirementReply reply;
     *reply.mutable_version() = now.requirement().version();
     reply.set_stamp(now.stamp());
+    reply.set_description(now.requirement().description());
     return reply;
 }
 

@@ -37,8 +37,7 @@ TNodeFacts TakeFacts(wire::NodeBatch& batch, int row) {
             .HasUnreadMessages = batch.has_unread_messages(row),
             .UserIsInterested = batch.user_is_interested(row),
             .Name = std::move(*batch.mutable_names(row)),
-            .HierarchicalNumber =
-                batch.hierarchical_prefix() + std::to_string(batch.first_position() + row),
+            .HierarchicalNumber = batch.hierarchical_prefix() + std::to_string(batch.first_position() + row),
             .SerialNumber = batch.serial_prefix() + std::to_string(batch.ids(row))};
 }
 

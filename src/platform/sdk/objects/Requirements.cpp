@@ -39,8 +39,9 @@ public:
     std::u16string Get_Text() override {
         const TCall call("IRequirementDescription.Get_Text");
         const auto& changes = FState->Changes;
-        return Wide(FSession->Images().ToShown(changes.has_description() ? changes.description()
-                                                                         : FState->Snapshot->description()));
+        return Wide(FSession->Images().ToShown(
+            changes.has_description() ? changes.description()
+                                      : TImageCache::WithoutNew(FState->Snapshot->description())));
     }
 
 private:
