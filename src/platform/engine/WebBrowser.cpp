@@ -112,6 +112,8 @@ void TWebBrowser::Loaded() {
     FDocument = FPage->Ready() ? std::make_shared<THtmlDocument>(*FPage) : nullptr;
     WatchFocus();
     if (OnDownloadComplete) ::Application().Dispatch(FControl, [this] { OnDownloadComplete(); });
+    // Nobody listened to the document when the focus came.
+    if (FDocument && FFocusWidget && FFocusWidget->hasFocus()) FDocument->TellFocus(true);
 }
 
 // The widget that takes the keys is made late and anew after the engine's process died.

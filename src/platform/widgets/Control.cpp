@@ -293,6 +293,11 @@ void TWinControl::SetTabOrder(const std::vector<TWinControl*>& controls) {
         QWidget::setTabOrder(&controls[i - 1]->Widget(), &controls[i]->Widget());
 }
 
+void TWinControl::StandBeforeInTabOrder(TWinControl& other) {
+    QWidget* before = other.Widget().previousInFocusChain();
+    if (before != &Widget()) QWidget::setTabOrder(before, &Widget());
+}
+
 void TWinControl::BeginUpdate() {
     if (FHeldUpdates++ == 0) UpdateHeld(true);
 }

@@ -201,6 +201,9 @@ public:
     bool ContainsFocus() const;
     // The next control in the tab order; a parent sets it for its children in turn.
     void SetTabOrder(const std::vector<TWinControl*>& controls);
+    // Puts this control right before the other one, which keeps its place. Both must
+    // stand in one window.
+    void StandBeforeInTabOrder(TWinControl& other);
 
     TPopupMenu* PopupMenu() const { return FPopupMenu; }
     // Shown on a right click and on the menu key; not owned, empty for none.
