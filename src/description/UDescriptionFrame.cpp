@@ -6,6 +6,7 @@
 #include "description/UGlossaryHintForm.h"
 #include "frames/ScopedFlag.h"
 #include "frames/URequirementPanel.h"
+#include "platform/widgets/Containers.h"
 #include "server/UQuoraneSession.h"
 #include "server/UQuoraneStHelpers.h"
 #include "server/UResourceStrings.h"
@@ -34,6 +35,8 @@ TfraDescription::TfraDescription(TWinControl* parent, const std::string& name)
     , wbrReqDescription(std::make_unique<TLateBrowser>(*this, "wbrReqDescription"))
     , eddDescription(new TEditDesigner(this, "eddDescription")) {
     CreateGlossaryHint();
+    MakeEngineGonePanel();
+    wbrReqDescription->OnEngineGone = [this] { EngineGone(); };
     wbrReqDescription->OnDownloadComplete = [this] { wbrReqDescriptionDownloadComplete(); };
     wbrReqDescription->OnLinkClick = [](const std::string& address) { OpenLink(address); };
     eddDescription->OnPreHandleEvent = [this](std::int32_t eventDispId, IHTMLEventObj& event) {
@@ -47,22 +50,35 @@ TfraDescription::~TfraDescription() {
 }
 
 void TfraDescription::UpdateDescription() {
+    Show({});
+}
+
+// A text that was kept takes the place of the stored one, as a change of the user's.
+void TfraDescription::Show(const std::u16string& kept) {
     const Handle<IRequirement> requirement = GUIHelpers->CurrentRequirement;
     if (!wbrReqDescription || !QuoraneSession || !requirement) return;
     const TScopedFlag updating(UpdatingDescription);
+    const int load = ++FLoads;
     FLoadedRequirement = CurrentNumber();
     FShownRequirement.reset();
+    FKeptText = kept;
+    pnlEngineGone->Hide();
     try {
         LeaveDocument();
+        if (load != FLoads) return;
         FKeyReferenced = hasKeyReference();
-        if (FKeyReferenced) {
-            if (!Load(FKeyReferenceDescription)) return;
+        if (FKeyReferenced)
+            Load(FKeyReferenceDescription);
+        else
+            Load(kept.empty() ? requirement->Get_Description()->Get_Text() : kept);
+        if (load != FLoads) return;
+        if (FKeyReferenced)
             SetDesignModeOff();
-        } else {
-            if (!Load(requirement->Get_Description()->Get_Text())) return;
+        else
             SetDesignModeOn();
-            AttachDesigner();
-        }
+        if (load != FLoads) return;
+        if (!FKeyReferenced) AttachDesigner();
+        if (!kept.empty()) SetDirty(true);
         FShownRequirement = FLoadedRequirement;
     } catch (const EOleSysError&) {
         // Frames and tree report what the server refuses; the view stays empty.
@@ -100,16 +116,12 @@ TfraDescription::getDescriptionFromDocumentReference(const Handle<IDocumentRefer
     throw Exception(SUnknownReferenceKind);
 }
 
-// False when another load has begun meanwhile, whose document then is on show.
-bool TfraDescription::Load(const std::u16string& html) {
-    const int load = ++FLoads;
+void TfraDescription::Load(const std::u16string& html) {
     wbrReqDescription->Navigate(CurrentSession().PrepareRequirementDescriptionFile(html));
     WaitWhileEditorBusy();
-    if (load != FLoads) return false;
     const auto document = GetHtmlDocument2();
     if (!document) throw EOleSysError("The description could not be loaded.", hsFail);
     document->put_charset("utf-8");
-    return true;
 }
 
 void TfraDescription::WaitWhileEditorBusy() {
@@ -151,17 +163,31 @@ bool TfraDescription::IsDirty() {
 }
 
 void TfraDescription::ClearDirty() {
+    SetDirty(false);
+}
+
+void TfraDescription::SetDirty(bool dirty) {
     if (const auto target = std::dynamic_pointer_cast<IOleCommandTarget>(wbrReqDescription->Document()))
-        target->Exec(hcSetDirty, hoDefault, false);
+        target->Exec(hcSetDirty, hoDefault, dirty);
+}
+
+void TfraDescription::KeepText() {
+    try {
+        if (IsDirty()) GetDocumentHTML();
+    } catch (const EOleSysError&) {
+        // A page that cannot be asked is told of when it has to be, at the save.
+    }
 }
 
 std::u16string TfraDescription::GetDocumentHTML() {
     if (!ShowsCurrentRequirement()) return {};
     const auto document = std::dynamic_pointer_cast<IHTMLDocument3>(wbrReqDescription->Document());
-    const auto element = document ? document->get_documentElement() : nullptr;
+    if (!document) return FKeptText;
+    const auto element = document->get_documentElement();
     if (!element) return {};
     std::u16string html = element->get_outerHTML();
     ReplaceAll(html, u"%20", u" ");
+    FKeptText = html;
     return html;
 }
 

@@ -11,6 +11,7 @@
 #include "frames/UBaseRequirementFrame.h"
 
 class TfraDescriptionToolbar;
+class TPanel;
 class THTMLWindowEvents;
 
 // What the engine shows its events to, as a component with a handler.
@@ -43,10 +44,13 @@ public:
     bool IsDirty();
     // From here on only further changes count.
     void ClearDirty();
+    // Takes a changed text out of the page, so that it outlives the engine's process.
+    void KeepText();
 
     // The document on show from its outermost element on: what a save writes as the
-    // description, unless isKeyReferenced. Empty while no document of the current
-    // requirement is on show. Raises EOleSysError when the engine fails.
+    // description, unless isKeyReferenced. When the engine's process has died, what was
+    // last taken from it. Empty while no document of the current requirement is on show.
+    // Raises EOleSysError when the engine fails.
     std::u16string GetDocumentHTML();
 
     bool isHtmlFocused() const { return FHtmlFocused; }
@@ -65,14 +69,21 @@ public:
 
     std::unique_ptr<TLateBrowser> wbrReqDescription;
     TEditDesigner* eddDescription;
+    // On show while the engine's process is dead.
+    TPanel* pnlEngineGone;
+    TButton* btnLoadAgain;
 
 private:
+    void MakeEngineGonePanel();
+
     // Loading
+    void Show(const std::u16string& kept);
     void LeaveDocument();
     bool hasKeyReference();
     static std::u16string getDescriptionFromDocumentReference(
         const Quorane_TLB::Handle<Quorane_TLB::IDocumentReference>& reference);
-    bool Load(const std::u16string& html);
+    void Load(const std::u16string& html);
+    void SetDirty(bool dirty);
     void SetDesignModeOn();
     void SetDesignModeOff();
     void AttachDesigner();
@@ -81,6 +92,8 @@ private:
 
     // Events
     void wbrReqDescriptionDownloadComplete();
+    void EngineGone();
+    void btnLoadAgainClick();
     void registerWebBrowserEventListeners();
     THtmlStatus eddDescriptionPreHandleEvent(std::int32_t eventDispId, IHTMLEventObj& event);
     void wbrReqDescriptiononclick();
@@ -93,6 +106,8 @@ private:
     static void OpenLink(const std::string& address);
 
     TfraDescriptionToolbar* FDescriptionToolbar = nullptr;
+    // Of the requirement on show; empty while nothing was taken.
+    std::u16string FKeptText;
     // Made from the key reference of the last requirement that had one.
     std::u16string FKeyReferenceDescription;
     bool FHtmlFocused = false;

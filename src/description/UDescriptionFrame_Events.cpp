@@ -49,12 +49,16 @@ void TfraDescription::wbrReqDescriptiononkeydown() {
 
 void TfraDescription::htmlOnFocused() {
     FHtmlFocused = true;
-    if (FDescriptionToolbar) FDescriptionToolbar->EnableDisable(true);
+    if (!FDescriptionToolbar) return;
+    FDescriptionToolbar->EnableDisable(true);
+    // Here, because what moves into another window leaves its tab order behind.
+    FDescriptionToolbar->JoinTabOrder(wbrReqDescription->Control());
 }
 
 void TfraDescription::htmlOnBlured() {
     FHtmlFocused = false;
     FTabDown = false;
+    KeepText();
     if (FDescriptionToolbar) FDescriptionToolbar->EnableDisable(false);
     Application().SetMessageHook(
         [this](const TKeyMessage& message, bool& handled) { MsgHandler(message, handled); });

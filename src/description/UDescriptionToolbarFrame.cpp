@@ -125,6 +125,11 @@ void TfraDescriptionToolbar::EnableDisable(bool enable) {
         control->SetEnabled(enabled);
 }
 
+void TfraDescriptionToolbar::JoinTabOrder(TWinControl& document) {
+    for (TControl* control : tlbDescriptionFormatting->Controls())
+        if (auto* input = dynamic_cast<TWinControl*>(control)) input->StandBeforeInTabOrder(document);
+}
+
 void TfraDescriptionToolbar::cbxFontNamesChange() {
     SetFontName(cbxFontNames->Text());
 }

@@ -66,6 +66,9 @@ public:
     // The bar stays as it is when it is to be disabled while the document or the bar
     // itself has the focus; a key reference's text keeps it disabled in any case.
     void EnableDisable(bool enable);
+    // Shift+Tab leads from the document into the bar, and Tab back: the bar is usable as
+    // long as the focus stays in one of the two.
+    void JoinTabOrder(TWinControl& document);
     void SetDocDirty();
     // The element that holds the start of the selection, or the selected image or
     // table. May be empty.

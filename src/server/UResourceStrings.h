@@ -102,6 +102,9 @@ inline constexpr char SMemoForTextAndWebOnly[] =
 // Description frame
 inline constexpr char SDescription[] = "Description";
 inline constexpr char SOpenLinkQuestion[] = "Open this address outside?\n";
+inline constexpr char SEngineGone[] =
+    "The view of the description has stopped working. The text as it was when you left it last is kept.";
+inline constexpr char SLoadAgain[] = "&Load Again";
 inline constexpr char SUnknownReferenceKind[] =
     "IllegalStateException: DocumentRefernce can be only of 3 types (Web, File and Text).";
 
