@@ -120,7 +120,7 @@ private:
     std::shared_ptr<TRequirementState> ReadRequirement(wire::GetRequirementRequest& request,
                                                        const TRequirementState* known);
     wire::SaveRequirementReply SendSave(const wire::SaveRequirementRequest& request);
-    [[noreturn]] void RaiseChangedMeanwhile(std::int32_t id);
+    [[noreturn]] void RaiseChangedMeanwhile(TRequirementState& outdated);
 
     const std::shared_ptr<TConnection> FConnection;
     const std::int32_t FUserId;

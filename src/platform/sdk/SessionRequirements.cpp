@@ -116,7 +116,7 @@ void TSession::Lock(const std::shared_ptr<TRequirementState>& requirement) {
         return;
     }
     Unlock(id);
-    RaiseChangedMeanwhile(id);
+    RaiseChangedMeanwhile(*requirement);
 }
 
 void TSession::Unlock(std::int32_t id) {
@@ -161,8 +161,11 @@ std::shared_ptr<TRequirementState> TSession::ReadRequirement(wire::GetRequiremen
     return state;
 }
 
-void TSession::RaiseChangedMeanwhile(std::int32_t id) {
-    const auto newest = LatestRequirement(id);
+void TSession::RaiseChangedMeanwhile(TRequirementState& outdated) {
+    const auto newest = LatestRequirement(outdated.Id());
+    if (newest->Snapshot->baseline_id() != outdated.Snapshot->baseline_id())
+        RaiseFailure("ReadOnlyBaselineException: The requirement " + newest->Snapshot->serial_number() +
+                     " stands in a frozen baseline and cannot be changed there.");
     const wire::User* user = Directory()->FindUser(newest->Snapshot->changed_by_id());
     RaiseFailure("ConcurrentModificationException: " + (user ? user->name() : std::string("Somebody")) +
                  " has changed the requirement " + newest->Snapshot->serial_number() +
