@@ -240,6 +240,7 @@ private:
     // Tree commands
     bool IsRequirementSelected() const;
     void SelectNewRequirement(TTreeNode& parent, std::int32_t parentID, std::int32_t createdID);
+    void DemandCurrentBaseline() const;
     void CreateRequirementAsChild(TTreeNode& selected);
     void CreateRequirementOnTheSameLevel(bool above);
     void ForgetCachedTree();

@@ -76,7 +76,14 @@ void TfrmQuoraneMain::SelectNewRequirement(TTreeNode& parent, std::int32_t paren
     created->SetSelected();
 }
 
+// What a frozen baseline shows would come into being in the current one, unseen.
+void TfrmQuoraneMain::DemandCurrentBaseline() const {
+    const Handle<IBaseline>& baseline = FHelpers.CurrentBaseline;
+    if (baseline->Get_Type() != baseline->Get_TYPE_CURRENT()) throw Exception(SNothingCreatedInFrozen);
+}
+
 void TfrmQuoraneMain::CreateRequirementAsChild(TTreeNode& selected) {
+    DemandCurrentBaseline();
     const TWinControl::TUpdate held(*trvRequirements);
     const Handle<IRequirementTreeNode> node = CurrentRequirementTreeNode();
     const std::int32_t id = node->Get_ID()->Get_IDNumber();
@@ -97,6 +104,7 @@ void TfrmQuoraneMain::actCreateRequirementExecute() {
 
 void TfrmQuoraneMain::CreateRequirementOnTheSameLevel(bool above) {
     if (!FHelpers.FindRequirementTypeNode(trvRequirements->Selected())) return;
+    DemandCurrentBaseline();
     {
         const TWinControl::TUpdate held(*trvRequirements);
         const Handle<IRequirementTreeNode> node = CurrentRequirementTreeNode();

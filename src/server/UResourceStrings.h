@@ -226,6 +226,8 @@ inline constexpr char SShouldRegisterInterest[] = "Should register interest";
 inline constexpr char SNewRequirement[] = "New Requirement";
 inline constexpr char STreeNodeNotFound[] = "RequirementTreeNode not found";
 inline constexpr char SNewNodeNotFound[] = "NewNode not found";
+inline constexpr char SNothingCreatedInFrozen[] =
+    "Nothing can be created in a frozen baseline. Select the current baseline first.";
 inline constexpr char SRequirementNameEmpty[] = "Requirement name cannot be empty!";
 inline constexpr char SRequirementGone[] = "The requirement no longer exists in this baseline.";
 inline constexpr char SOnlyRequirementTraces[] = "Only requirement traces are supported.";
