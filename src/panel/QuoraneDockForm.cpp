@@ -91,11 +91,18 @@ void TfrmQuoraneMain::FormCreate() {
 }
 
 void TfrmQuoraneMain::FormHide() {
-    const Handle<IRequirement>& requirement = FHelpers.CurrentRequirement;
-    if (requirement && requirement->Get_LockedByCurrentUser() != WordFalse) requirement->unlock();
+    // A server that has gone is told, but keeps the panel from nothing else.
+    std::exception_ptr failure;
+    try {
+        const Handle<IRequirement>& requirement = FHelpers.CurrentRequirement;
+        if (requirement && requirement->Get_LockedByCurrentUser() != WordFalse) requirement->unlock();
+    } catch (...) {
+        failure = std::current_exception();
+    }
     // What stays in it unsaved must not take the lock again.
     fraDescription->ClearDirty();
     if (auto* docks = FindHostService<IHostDockServices>()) SaveWindowState(docks->IDEIniFile(), true);
+    if (failure) std::rethrow_exception(failure);
 }
 
 void TfrmQuoraneMain::FormDestroy() {

@@ -39,14 +39,17 @@ TSampleServer::TSampleServer(const std::string& database)
     options.Clock = [this] { return Now() + FOffset; };
     FServer = std::make_unique<Backend::EmbeddedServer>(options);
     FServer->Start();
-    Quorane_TLB::SetClassObjectProvider(
-        Sdk::MakeClassObjectProvider([this](const std::string& host) -> std::shared_ptr<grpc::Channel> {
-            return host == "local" && FServer->Running() ? FServer->Channel() : nullptr;
-        }));
+    Quorane_TLB::SetClassObjectProvider(Classes());
 }
 
 TSampleServer::~TSampleServer() {
     Quorane_TLB::SetClassObjectProvider({});
+}
+
+Quorane_TLB::TClassObjectProvider TSampleServer::Classes() {
+    return Sdk::MakeClassObjectProvider([this](const std::string& host) -> std::shared_ptr<grpc::Channel> {
+        return host == "local" && FServer->Running() ? FServer->Channel() : nullptr;
+    });
 }
 
 Quorane_TLB::Handle<Quorane_TLB::ISession> TSampleServer::LogOn(const std::string& user) {

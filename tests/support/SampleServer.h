@@ -8,6 +8,7 @@
 #include "backend/service/EmbeddedServer.h"
 #include "platform/sdk/SdkCalls.h"
 #include "server/Quorane_TLB.h"
+#include "server/tlb/ClassObjects.h"
 #include "support/TempFolder.h"
 
 // A sample user and the password that the samples document.
@@ -33,6 +34,9 @@ public:
 
     // Every SDK call and round trip from here on, for all sessions of this process.
     Sdk::TCallRecorder Calls;
+
+    // The SDK's classes on this server, for who puts something in front of them.
+    Quorane_TLB::TClassObjectProvider Classes();
 
     // A second client: a session of its own, with a cache of its own.
     Quorane_TLB::Handle<Quorane_TLB::ISession> LogOn(const std::string& user);
