@@ -1,6 +1,8 @@
 // What becomes of a failed server call.
 #include "panel/PanelTest.h"
 
+#include <functional>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -113,3 +115,56 @@ TEST_F(TPanelFailures, AConnectionLostOnTheWayToAFoundRequirementEndsTheSearch) 
     EXPECT_EQ(Dialogs.TakeMessages().size(), 1U);
     EXPECT_TRUE(Top().Selected());
 }
+
+struct TEditInLostConnection {
+    const char* Name;
+    const char* Tab;
+    std::function<void(TActor&)> Edit;
+    const char* Write;
+};
+
+void PrintTo(const TEditInLostConnection& row, std::ostream* out) {
+    *out << row.Name;
+}
+
+class TLostWhileLocking : public TPanelFailures, public testing::WithParamInterface<TEditInLostConnection> {};
+
+TEST_P(TLostWhileLocking, IsToldOnceRestoredOnceAndWritesNothing) {
+    const TEditInLostConnection& row = GetParam();
+    Select(Implausible);
+    User->ChooseTab("pgcRequirement", row.Tab);
+    Server->Calls.Clear();
+    Server->Calls.FailOperation("ILockableQuoraneObject.lock", LostConnection);
+    Dialogs.Answer(TMessageResult::Ok);
+    row.Edit(*User);
+    EXPECT_EQ(Dialogs.TakeMessages().size(), 1U);
+    EXPECT_EQ(Server->Calls.CallsOf("IQuoraneServer.login"), 1);
+    EXPECT_FALSE(Called(row.Write));
+    EXPECT_FALSE(Tree().IsEditing());
+    EXPECT_TRUE(Top().Selected());
+    EXPECT_EQ(Panel().nbkContents->PageIndex(), ProjectPage);
+    Select(Implausible);
+    EXPECT_EQ(SelectedImage(), imRequirement);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , TLostWhileLocking,
+    testing::Values(
+        TEditInLostConnection{"Status", "Details",
+                              [](TActor& user) { user.Choose("cbxRequirementStatus", "Draft"); },
+                              "IUDAListValue.Set_SelectedIndex"},
+        TEditInLostConnection{"Priority", "Details",
+                              [](TActor& user) { user.Choose("cbxRequirementPriority", "Could"); },
+                              "IUDAListValue.Set_SelectedIndex"},
+        TEditInLostConnection{"Owner", "Details",
+                              [](TActor& user) { user.Choose("cbxRequirementOwner", "Anna Lind"); },
+                              "IRequirement.Set_Owner"},
+        TEditInLostConnection{
+            "Attribute", "Safety",
+            [](TActor& user) { user.Key("ctl_ctl_ctl_pgcRequirement_9_1_1", Qt::Key_Space); },
+            "IUDABooleanValue.Set_Value"},
+        TEditInLostConnection{"Reference", "References", [](TActor& user) { user.Click("btnNewText"); },
+                              "IRequirement.Set_DocumentReferences"},
+        TEditInLostConnection{"Rename", "Details",
+                              [](TActor& user) { user.Key("trvRequirements", Qt::Key_F2); },
+                              "IQuoraneObject.Set_Name"}));

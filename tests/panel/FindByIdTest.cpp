@@ -30,6 +30,17 @@ TEST_F(TPanelFind, ANumberIsFoundWithItsTagAroundIt) {
     }
 }
 
+TEST_F(TPanelFind, TheSelectedRequirementItselfComesUpOnItsFilledDetails) {
+    Select(ZoneControl);
+    User->ChooseTab("pgcRequirement", "History");
+    Select(FilterReadings);
+    EXPECT_EQ(NameEdit().Text(), "Zone control") << "the details are not on show";
+    Find(std::to_string(SelectedNumber()));
+    EXPECT_EQ(Panel().pgcRequirement->ActivePageIndex(), rtDetails);
+    EXPECT_EQ(NameEdit().Text(), FilterReadings.back());
+    EXPECT_EQ(SelectedImage(), imRequirement);
+}
+
 TEST_F(TPanelFind, WhatIsNoNumberOfTheBaselineIsTold) {
     Select(ZoneControl);
     for (const char* entry : {"", "letters", "2147483647", "2147483648", "99999999999999999999"}) {

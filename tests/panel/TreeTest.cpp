@@ -1,5 +1,8 @@
 // What the tree shows and how nodes are found in it.
+#include "backend/service/BulkWriter.h"
 #include "panel/PanelTest.h"
+
+#include <map>
 
 using namespace Quorane_TLB;
 using testing::Contains;
@@ -85,6 +88,30 @@ TEST_F(TPanelTree, LabelsCarryTheNumbersThatAreSwitchedOnAlsoInClosedBranches) {
     EXPECT_EQ(Top().Text(), "Hearth Controller");
     User->Click("btnSerialNumbers");
     EXPECT_EQ(firmware.GetFirstChild()->Text(), number + " " + name);
+}
+
+TEST_F(TPanelTree, AStateImageTellsInterestAndUnreadMessages) {
+    using namespace Backend;
+    BulkWriter writer(Server->DatabasePath(), BulkWriter::Hashing::QuickForTests);
+    const ObjectId anna = writer.FindUser("anna"), ben = writer.FindUser("ben");
+    NewRequirement requirement;
+    requirement.ProjectId = writer.FindProject("Hearth Controller");
+    requirement.TypeId = writer.FindRequirementType(requirement.ProjectId, FirmwareType);
+    for (const bool interested : {false, true})
+        for (const bool unread : {false, true}) {
+            requirement.Name = std::string(interested ? "i" : "-") + (unread ? "u" : "-");
+            const ObjectId id = writer.AddRequirement(requirement, {anna, 1, ""});
+            writer.SetInterest(anna, id, interested);
+            const ObjectId message = writer.AddMessage({id, 0, "Why?", "Because.", ben, 1});
+            if (!unread) writer.MarkRead(anna, message);
+        }
+    writer.Commit();
+    Firmware().Expand(false);
+    std::map<std::string, int> images;
+    for (TTreeNode* node = Firmware().GetFirstChild(); node; node = node->GetNextSibling())
+        if (node->Text().size() == 2) images[node->Text()] = node->StateIndex();
+    EXPECT_THAT(images, ElementsAre(testing::Pair("--", -1), testing::Pair("-u", 3), testing::Pair("i-", 1),
+                                    testing::Pair("iu", 2)));
 }
 
 TEST_F(TPanelTree, AFailedReadingIsToldOnceAndTheBranchCanBeOpenedAgain) {
