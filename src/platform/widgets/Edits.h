@@ -55,7 +55,8 @@ public:
     using TControl::Widget;
     // An SVG of the icon sheets (look/ImageList.h) by its name.
     void SetPicture(const std::string& iconName, int size);
-    // One that takes the control's width, from its top, in the palette's colours.
+    // One that takes the control's width, from its top, in the palette's colours, over a
+    // pale ground that fills the control.
     void SetBackground(const std::string& name);
 
 protected:

@@ -154,6 +154,9 @@ void PaintIcon(QPainter& painter, const std::string& iconName, const QRect& plac
 void PaintPicture(QPainter& painter, const std::string& name, const QRect& place, const TIconColors& colors) {
     QSvgRenderer renderer(Colored(name, colors));
     const QSizeF size = renderer.viewBoxF().size();
+    QColor ground = colors.Fill;
+    ground.setAlphaF(0.35F);
+    painter.fillRect(place, ground);
     painter.setRenderHint(QPainter::Antialiasing);
     renderer.render(&painter, QRectF(place.topLeft(),
                                      QSizeF(place.width(), place.width() * size.height() / size.width())));

@@ -24,5 +24,6 @@ TIconColors IconColorsFor(const QPalette& palette);
 
 // Raises Exception for a name that no sheet has.
 void PaintIcon(QPainter& painter, const std::string& iconName, const QRect& place, const TIconColors& colors);
-// As wide as the place, from its top, in the drawing's own proportions.
+// As wide as the place, from its top, in the drawing's own proportions; the rest of the
+// place gets a pale ground.
 void PaintPicture(QPainter& painter, const std::string& name, const QRect& place, const TIconColors& colors);
