@@ -8,6 +8,7 @@
 #include "platform/widgets/Lists.h"
 #include "platform/widgets/Menus.h"
 #include "platform/widgets/tree/ListView.h"
+#include "platform/widgets/tree/TreeView.h"
 #include "platform/widgets/tree/VirtualTree.h"
 #include "widgets/Support.h"
 
@@ -45,6 +46,23 @@ TEST_F(Controls, ASortedComboKeepsObjectsWithTheirTextsAndSelectsNothingByItself
     EXPECT_THAT(Log, IsEmpty());
     combo.Items().Clear();
     EXPECT_EQ(alive, 0);
+}
+
+TEST_F(Controls, ListsAndTreesSortTextsAlike) {
+    const std::vector<std::string> sorted{"Analysis", "release 1", "Release 10", "Release 2", "test"};
+    auto& combo = *new TComboBox(&Form, "cbx");
+    combo.SetSorted(true);
+    TTreeView tree(&Form, "trv");
+    TTreeNode& top = tree.Add("top");
+    for (const int position : {3, 1, 4, 0, 2}) {
+        combo.Items().Add(sorted[static_cast<std::size_t>(position)]);
+        tree.AddChild(top, sorted[static_cast<std::size_t>(position)]);
+    }
+    top.SortChildren();
+    for (int position = 0; position < 5; ++position) {
+        EXPECT_EQ(combo.Items().Text(position), sorted[static_cast<std::size_t>(position)]);
+        EXPECT_EQ(top.Item(position)->Text(), sorted[static_cast<std::size_t>(position)]);
+    }
 }
 
 TEST_F(Controls, AComboTellsOfTheUsersChoice) {

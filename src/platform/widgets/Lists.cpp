@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include <QCollator>
 #include <QEvent>
 #include <QSignalBlocker>
 #include <QWheelEvent>
@@ -88,14 +87,11 @@ protected:
 
 private:
     int Place(const QString& text) const {
-        QCollator order;
-        order.setCaseSensitivity(Qt::CaseInsensitive);
-        order.setNumericMode(true);
         int low = 0;
         int high = FCombo.count();
         while (low < high) {
             const int middle = (low + high) / 2;
-            if (order.compare(FCombo.itemText(middle), text) <= 0)
+            if (FOrder.compare(FCombo.itemText(middle), text) <= 0)
                 low = middle + 1;
             else
                 high = middle;
@@ -103,6 +99,7 @@ private:
         return low;
     }
     TComboBox& FCombo;
+    const QCollator FOrder = TextOrder();
 };
 
 TComboBox::TComboBox(TWinControl* parent, const std::string& name)

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include <QCollator>
 #include <QString>
 #include <QTextDocument>
 
@@ -25,4 +26,12 @@ inline QString ToToolTip(std::string_view text) {
 inline std::string FromQt(const QString& text) {
     const QByteArray bytes = text.toUtf8();
     return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
+// The order of sorted lists and trees: alphabetical by the user's language, without
+// regard to case.
+inline QCollator TextOrder() {
+    QCollator order;
+    order.setCaseSensitivity(Qt::CaseInsensitive);
+    return order;
 }

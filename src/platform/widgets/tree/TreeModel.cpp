@@ -4,9 +4,9 @@
 #include <utility>
 
 #include <QApplication>
-#include <QCollator>
 #include <QPainter>
 
+#include "platform/widgets/QtText.h"
 #include "platform/widgets/look/ImageList.h"
 
 TTreeNode& TTreeModel::NodeOrRoot(const QModelIndex& index) const {
@@ -113,8 +113,7 @@ void TTreeModel::Move(TTreeNode& node, TTreeNode& parent, int index) {
 }
 
 void TTreeModel::Sort(TTreeNode& parent) {
-    QCollator order;
-    order.setCaseSensitivity(Qt::CaseInsensitive);
+    const QCollator order = TextOrder();
     const bool published = parent.FPublished > 0;
     if (published) Q_EMIT layoutAboutToBeChanged();
     const QModelIndexList before = persistentIndexList();
