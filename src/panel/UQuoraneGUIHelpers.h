@@ -132,6 +132,10 @@ public:
     GenerateTempIcon(const Quorane_TLB::Handle<Quorane_TLB::IStCollection>& pixels);
 
 private:
+    // A new widget under the label of the attribute, at top, which moves to the widget.
+    template<class TWidget>
+    TWidget* AddLabelled(TWinControl& parent, int& top,
+                         const Quorane_TLB::Handle<Quorane_TLB::IAttribute>& attribute);
     static void FinishAttributeControl(TWinControl& control, TWinControl& parent, int& top,
                                        const Quorane_TLB::Handle<Quorane_TLB::IAttributeValue>& value);
     Quorane_TLB::Handle<Quorane_TLB::IRequirementTreeNode> ReadSelectedNodeAgain();

@@ -126,6 +126,15 @@ TLabel& TQuoraneGUIHelpers::CreateAttributeLabel(TWinControl& parent, int& top,
     return *label;
 }
 
+template<class TWidget>
+TWidget* TQuoraneGUIHelpers::AddLabelled(TWinControl& parent, int& top, const Handle<IAttribute>& attribute) {
+    TLabel& label = CreateAttributeLabel(parent, top, attribute);
+    auto* widget = new TWidget(&parent);
+    Place(*widget, top);
+    label.SetFocusControl(*widget);
+    return widget;
+}
+
 std::string TQuoraneGUIHelpers::GetUDATextValue(const Handle<IAttribute>& attribute,
                                                 Handle<IUDATextValue>& value) const {
     value = FindValue<IUDATextValue>(CurrentRequirement, attribute);
@@ -186,10 +195,7 @@ void TQuoraneGUIHelpers::FinishAttributeControl(TWinControl& control, TWinContro
 
 void TQuoraneGUIHelpers::CreateSLTextAttribute(int& top, TWinControl& parent,
                                                const Handle<IAttribute>& attribute) {
-    TLabel& label = CreateAttributeLabel(parent, top, attribute);
-    auto* edit = new TEdit(&parent);
-    Place(*edit, top);
-    label.SetFocusControl(*edit);
+    auto* edit = AddLabelled<TEdit>(parent, top, attribute);
     Handle<IUDATextValue> value;
     edit->SetText(GetUDATextValue(attribute, value));
     edit->OnChange = [this, edit] { ChangeAttributeUI(*edit); };
@@ -198,11 +204,8 @@ void TQuoraneGUIHelpers::CreateSLTextAttribute(int& top, TWinControl& parent,
 
 void TQuoraneGUIHelpers::CreateMLTextAttribute(int& top, TWinControl& parent,
                                                const Handle<IAttribute>& attribute) {
-    TLabel& label = CreateAttributeLabel(parent, top, attribute);
-    auto* memo = new TMemo(&parent);
-    Place(*memo, top);
+    auto* memo = AddLabelled<TMemo>(parent, top, attribute);
     memo->SetHeight(MemoHeight);
-    label.SetFocusControl(*memo);
     Handle<IUDATextValue> value;
     memo->SetText(GetUDATextValue(attribute, value));
     memo->OnChange = [this, memo] { ChangeAttributeUI(*memo); };
@@ -222,10 +225,7 @@ void TQuoraneGUIHelpers::CreateCheckBoxAttribute(int& top, TWinControl& parent,
 
 void TQuoraneGUIHelpers::CreateFloatAttribute(int& top, TWinControl& parent,
                                               const Handle<IAttribute>& attribute) {
-    TLabel& label = CreateAttributeLabel(parent, top, attribute);
-    auto* edit = new TMaskEdit(&parent);
-    Place(*edit, top);
-    label.SetFocusControl(*edit);
+    auto* edit = AddLabelled<TMaskEdit>(parent, top, attribute);
     Handle<IUDAFloatValue> value;
     const float number = GetUDAFloatValue(attribute, value);
     if (value) edit->SetText(FloatToUserText(static_cast<double>(number)));
@@ -235,10 +235,7 @@ void TQuoraneGUIHelpers::CreateFloatAttribute(int& top, TWinControl& parent,
 
 void TQuoraneGUIHelpers::CreateIntegerAttribute(int& top, TWinControl& parent,
                                                 const Handle<IAttribute>& attribute) {
-    TLabel& label = CreateAttributeLabel(parent, top, attribute);
-    auto* edit = new TMaskEdit(&parent);
-    Place(*edit, top);
-    label.SetFocusControl(*edit);
+    auto* edit = AddLabelled<TMaskEdit>(parent, top, attribute);
     Handle<IUDAIntegerValue> value;
     const std::int32_t number = GetUDAIntegerValue(attribute, value);
     if (value) edit->SetText(std::to_string(number));
@@ -248,10 +245,7 @@ void TQuoraneGUIHelpers::CreateIntegerAttribute(int& top, TWinControl& parent,
 
 void TQuoraneGUIHelpers::CreateDateAttribute(int& top, TWinControl& parent,
                                              const Handle<IAttribute>& attribute) {
-    TLabel& label = CreateAttributeLabel(parent, top, attribute);
-    auto* picker = new TDatePicker(&parent);
-    Place(*picker, top);
-    label.SetFocusControl(*picker);
+    auto* picker = AddLabelled<TDatePicker>(parent, top, attribute);
     Handle<IUDADateValue> value;
     const double date = GetUDADateValue(attribute, value);
     if (!value) throw Exception(SDateValueNotFound);
@@ -266,10 +260,7 @@ void TQuoraneGUIHelpers::CreateDateAttribute(int& top, TWinControl& parent,
 }
 
 void TQuoraneGUIHelpers::CreateSSListAttribute(int& top, TWinControl& parent, const Handle<IUDAList>& list) {
-    TLabel& label = CreateAttributeLabel(parent, top, list);
-    auto* box = new TComboBox(&parent);
-    Place(*box, top);
-    label.SetFocusControl(*box);
+    auto* box = AddLabelled<TComboBox>(parent, top, list);
     FillEntries(box->Items(), list);
     std::vector<std::int32_t> selected;
     Handle<IUDAListValue> value;
@@ -280,10 +271,7 @@ void TQuoraneGUIHelpers::CreateSSListAttribute(int& top, TWinControl& parent, co
 }
 
 void TQuoraneGUIHelpers::CreateMSListAttribute(int& top, TWinControl& parent, const Handle<IUDAList>& list) {
-    TLabel& label = CreateAttributeLabel(parent, top, list);
-    auto* box = new TCheckListBox(&parent);
-    Place(*box, top);
-    label.SetFocusControl(*box);
+    auto* box = AddLabelled<TCheckListBox>(parent, top, list);
     FillEntries(box->Items(), list);
     std::vector<std::int32_t> selected;
     Handle<IUDAListValue> value;
