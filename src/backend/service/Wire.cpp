@@ -45,7 +45,8 @@ void ToWire(const Attribute& attribute, wire::Attribute& message) {
     message.set_max_selections(attribute.MaxSelections);
 }
 
-void ToWire(const HistoryValue& value, wire::HistoryValue& message) {
+// The kinds that an attribute's value and a value in the history have in common.
+template<class TValue, class TMessage> void PlainToWire(const TValue& value, TMessage& message) {
     if (const auto* text = std::get_if<std::string>(&value))
         message.set_text(*text);
     else if (const auto* number = std::get_if<std::int32_t>(&value))
@@ -132,20 +133,11 @@ void ToWire(const RequirementType& type, wire::RequirementType& message) {
 
 void ToWire(const AttributeValue& value, wire::AttributeValue& message) {
     message.set_attribute_id(value.AttributeId);
-    const Value& content = value.Content;
-    if (const auto* text = std::get_if<std::string>(&content))
-        message.set_text(*text);
-    else if (const auto* number = std::get_if<std::int32_t>(&content))
-        message.set_integer(*number);
-    else if (const auto* real = std::get_if<float>(&content))
-        message.set_real(*real);
-    else if (const auto* flag = std::get_if<bool>(&content))
-        message.set_flag(*flag);
-    else if (const auto* date = std::get_if<Date>(&content))
-        message.set_date(date->Days);
-    else if (const auto* selection = std::get_if<Selection>(&content))
+    if (const auto* selection = std::get_if<Selection>(&value.Content))
         message.mutable_selected()->mutable_indices()->Add(selection->Indices.begin(),
                                                            selection->Indices.end());
+    else
+        PlainToWire(value.Content, message);
 }
 
 void ToWire(const Version& version, wire::Version& message) {
@@ -198,8 +190,8 @@ void ToWire(const HistoryRevision& revision, wire::HistoryRevision& message) {
     for (const HistoryChange& change : revision.Changes) {
         wire::HistoryChange& to = *message.add_changes();
         to.set_attribute_name(change.AttributeName);
-        ToWire(change.Old, *to.mutable_old_value());
-        ToWire(change.New, *to.mutable_new_value());
+        PlainToWire(change.Old, *to.mutable_old_value());
+        PlainToWire(change.New, *to.mutable_new_value());
     }
 }
 
