@@ -10,3 +10,5 @@ void TourConnect(TTour& tour);
 void TourBrowse(TTour& tour);
 // Status, save, cancel, a refused lock, attributes, creation, moves, deletion, find.
 void TourEdit(TTour& tour);
+// Typing, formats, save and cancel of a description, a key reference.
+void TourDescribe(TTour& tour);

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QImage>
 #include <QMenu>
 #include <QPixmap>
 
@@ -54,8 +55,39 @@ std::filesystem::path TTour::PicturePath(const std::string& title) {
     return FPictures / (name + ".png");
 }
 
+namespace {
+
+bool OfOneColour(const QImage& picture) {
+    const QRgb first = picture.isNull() ? 0 : picture.pixel(0, 0);
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixel(x, y) != first) return false;
+    return true;
+}
+
+// A page is painted by a process of its own, some time after it has loaded: the same
+// picture three times in a row is the whole one. An empty description stays blank.
+void WaitForPage(QWidget& window) {
+    auto* page = window.findChild<QWidget*>(QStringLiteral("wbrReqDescription"));
+    if (!page || !page->isVisible()) return;
+    constexpr int longestForBlank = 1000;
+    QImage last;
+    int same = 0;
+    TActor::WaitFor(
+        [&] {
+            const QImage now = page->grab().toImage();
+            same = now == last && !OfOneColour(now) ? same + 1 : 0;
+            last = now;
+            return same >= 3;
+        },
+        longestForBlank);
+}
+
+} // namespace
+
 void TTour::Picture(const std::string& title, QWidget& window) {
     TActor::Settle();
+    WaitForPage(window);
     const auto path = PicturePath(title);
     Check(window.grab().save(QString::fromStdString(path.string())), "cannot write " + path.string());
 }

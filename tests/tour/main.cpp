@@ -32,6 +32,7 @@ int main(int argc, char** argv) {
         TourConnect(tour);
         TourBrowse(tour);
         TourEdit(tour);
+        TourDescribe(tour);
         tour.CloseStudio();
         std::printf("%d steps done; the pictures are in %s\n", tour.Steps(), folder.c_str());
         return 0;
