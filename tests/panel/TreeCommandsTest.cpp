@@ -75,6 +75,16 @@ TEST_F(TPanelCommands, TheNewChildIsSelectedAlsoBesideOneThatAnotherHasJustMade)
     Tree().EndEdit(true);
 }
 
+TEST_F(TPanelCommands, AChangedRequirementIsSavedWhenItGetsAChild) {
+    Select(ZoneControl);
+    const std::int32_t number = SelectedNumber();
+    User->Type("edtRequirementName", "Zones");
+    User->Click("btnCreateRequirement");
+    EXPECT_EQ(SelectedText(), "New Requirement");
+    EXPECT_EQ(NameOnServer(number), "Zones");
+    Tree().EndEdit(true);
+}
+
 TEST_F(TPanelCommands, ARequirementThatTheServerRefusesCannotBeNamed) {
     Select(ZoneControl);
     Server->Calls.FailOperation("IRequirementFactory.Create2", "NoPermissionException: no.");
