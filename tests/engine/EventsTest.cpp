@@ -2,6 +2,7 @@
 
 #include "contracts/Exceptions.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QMouseEvent>
 
@@ -164,6 +165,19 @@ TEST_F(EngineEvents, FailingDesignerEndsInTheErrorBox) {
     Type("x");
     EXPECT_TRUE(WaitUntil([this] { return !FDialogs.Errors().empty(); }));
     EXPECT_THAT(FDialogs.Errors(), Contains("no hint today"));
+}
+
+TEST_F(EngineEvents, ContextMenuOnShowKeepsNoCallWaiting) {
+    Edit("<p>text</p>");
+    Services().AddDesigner(FListening);
+    std::string html;
+    FListening.OnEvent = [&] { html = Html(); };
+    QTest::mouseClick(&KeyTarget(), Qt::RightButton, {}, {30, 20});
+    ASSERT_TRUE(WaitUntil([] { return QApplication::activePopupWidget() != nullptr; }));
+    EXPECT_NO_THROW(html = Html());
+    EXPECT_THAT(html, testing::HasSubstr("text"));
+    QApplication::activePopupWidget()->close();
+    EXPECT_THAT(FDialogs.Errors(), testing::IsEmpty());
 }
 
 } // namespace

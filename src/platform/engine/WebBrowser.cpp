@@ -28,18 +28,21 @@ public:
 
 } // namespace
 
+// The event comes out of the engine, which answers no call before it is back: so this
+// does not wait for the menu.
 void TBrowserControl::contextMenuEvent(QContextMenuEvent* event) {
-    QMenu menu;
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
     for (const auto action :
          {QWebEnginePage::Undo, QWebEnginePage::Redo, QWebEnginePage::NoWebAction, QWebEnginePage::Cut,
           QWebEnginePage::Copy, QWebEnginePage::Paste, QWebEnginePage::PasteAndMatchStyle,
           QWebEnginePage::NoWebAction, QWebEnginePage::SelectAll}) {
         if (action == QWebEnginePage::NoWebAction)
-            menu.addSeparator();
+            menu->addSeparator();
         else
-            menu.addAction(pageAction(action));
+            menu->addAction(pageAction(action));
     }
-    menu.exec(event->globalPos());
+    menu->popup(event->globalPos());
 }
 
 // The engine would end the whole program when it finds itself run by root inside its
