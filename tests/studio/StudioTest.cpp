@@ -224,4 +224,16 @@ TEST_F(Studio, ClosingStopsWhenTheUserKeepsAChangedFile) {
     EXPECT_FALSE(studio.Window().isVisible());
 }
 
+TEST_F(Studio, ModuleStaysLoadedUntilItsHandlersHaveEnded) {
+    TStudio studio(Options(TestModule()));
+    studio.Window().show();
+    Application().Dispatch(nullptr, [&] {
+        studio.Window().close();
+        Application().ProcessMessages();
+        EXPECT_TRUE(studio.HasModule());
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !studio.HasModule(); }));
+    EXPECT_FALSE(studio.Window().isVisible());
+}
+
 } // namespace

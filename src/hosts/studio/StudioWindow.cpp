@@ -7,16 +7,19 @@
 #include "platform/widgets/Application.h"
 #include "platform/widgets/QtText.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QDockWidget>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace {
 
@@ -26,6 +29,7 @@ constexpr int MostRecentFiles = 10;
 constexpr QSize FirstSize(1280, 800);
 constexpr int FirstFilesWidth = 230;
 constexpr int FirstDockWidth = 340;
+constexpr int CloseRetryMs = 50;
 
 QByteArray Decode(const std::string& base64) {
     return QByteArray::fromBase64(QByteArray::fromStdString(base64));
@@ -174,6 +178,17 @@ void TStudioWindow::UpdateStatusBar(const TSourceEdit* editor) {
 }
 
 void TStudioWindow::closeEvent(QCloseEvent* event) {
+    // A handler that runs the message loop is on the stack, perhaps the module's, which
+    // must not be unloaded under it. The window closes when the handler has ended.
+    if (Application().HandlerRunning() || QApplication::activeModalWidget()) {
+        event->ignore();
+        if (!std::exchange(FClosesLater, true))
+            QTimer::singleShot(CloseRetryMs, this, [this] {
+                FClosesLater = false;
+                close();
+            });
+        return;
+    }
     bool close = false;
     Application().Dispatch(nullptr, [&] { close = FEditors->QueryCloseAll(); });
     if (!close) {

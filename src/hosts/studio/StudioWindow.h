@@ -83,4 +83,5 @@ private:
     std::vector<QPointer<QDockWidget>> FNewDocks;
     QStringList FRecent;
     bool FWrapLines = false;
+    bool FClosesLater = false;
 };
