@@ -16,11 +16,13 @@ using namespace Quorane_TLB;
 void TfrmQuoraneMain::SaveCurrentRequirement() {
     // The widget decides: the requirement itself holds a blank in place of no name.
     if (fraDetails->edtRequirementName->Text().empty()) throw Exception(SRequirementNameEmpty);
+    const Handle<IRequirement> requirement = FHelpers.CurrentRequirement;
     const std::u16string html = fraDescription->GetDocumentHTML();
+    // A selection that came while the engine was asked has saved it.
+    if (FHelpers.CurrentRequirement != requirement) return;
     // A description that is not on show stays as the server has it.
-    if (!html.empty() && !fraDescription->isKeyReferenced())
-        FHelpers.CurrentRequirement->Get_Description()->Set_Text(html);
-    SaveByName(FHelpers.CurrentRequirement);
+    if (!html.empty() && !fraDescription->isKeyReferenced()) requirement->Get_Description()->Set_Text(html);
+    SaveByName(requirement);
     FHelpers.UnlockCurrentRequirement();
     FHelpers.RefreshCurrentRequirement();
     ShowRequirementInfo(*trvRequirements->Selected());

@@ -53,6 +53,32 @@ TEST_F(TDescriptionEdit, ACancelBringsTheStoredTextBack) {
     EXPECT_FALSE(Frame().IsDirty());
 }
 
+TEST_F(TDescriptionEdit, ABlankComesBackWhereItWasEscaped) {
+    const TReq requirement = ReadAs("ben", FNumber);
+    requirement->lock();
+    requirement->Get_Description()->Set_Text(u"<p>a%20b</p><p><a href=\"http://c/d%20e\">f</a></p>");
+    SaveByName(requirement);
+    requirement->unlock();
+    User->Click("btnRefresh");
+    Select(ZoneControl);
+    const std::string html = Utf8(Frame().GetDocumentHTML());
+    EXPECT_THAT(html, HasSubstr("a b"));
+    EXPECT_THAT(html, HasSubstr("http://c/d e"));
+}
+
+TEST_F(TDescriptionTest, AskingForChangesLoadsADescriptionThatWasNot) {
+    LogOn();
+    TTreeNode& node = User->Node("trvRequirements", {Top().Text(), FirmwareType, "Zone control"});
+    EXPECT_EQ(Frame().GetDocumentHTML(), u"");
+    EXPECT_FALSE(Frame().wbrReqDescription->Started());
+    Helpers().CurrentRequirement = RequirementContainer(&node).GetRequirement();
+    EXPECT_FALSE(Frame().IsDirty());
+    EXPECT_THAT(Html(), HasSubstr("heat <b>demand</b>"));
+    const auto requests = Server->Calls.RoundTrips();
+    EXPECT_FALSE(Frame().IsDirty());
+    EXPECT_EQ(Server->Calls.RoundTrips(), requests);
+}
+
 TEST_F(TDescriptionEdit, ASaveWritesTheDescriptionEvenWhenItHasNotChanged) {
     User->Type("edtRequirementName", "Zones");
     User->Click("btnSave");
