@@ -2,14 +2,10 @@
 #include "tour/Tour.h"
 #include "tour/TourServer.h"
 
-#include "platform/widgets/Edits.h"
-#include "platform/widgets/Lists.h"
 #include "platform/widgets/tree/TreeView.h"
 
 #include <QLineEdit>
-#include <QTabWidget>
 #include <QTest>
-#include <QToolButton>
 
 namespace {
 
@@ -119,48 +115,37 @@ void BeRefused(TTour& tour, TEditing& editing) {
     held->unlock();
 }
 
-void EditAttributes(TTour& tour, TEditing& editing) {
-    editing.Select({Comfort});
-    tour.User().ChooseTab("pgcRequirement", "Market");
-    const QWidget* page = tour.User().Get<QTabWidget>("pgcRequirement").currentWidget();
-    auto* box = page->findChild<QCheckBox*>();
-    auto* number = dynamic_cast<TMaskEdit*>(page->findChild<QLineEdit*>());
-    auto* note = page->findChild<QPlainTextEdit*>();
-    TTour::Check(box && note, "the tab lacks a control");
-    const bool was = box->isChecked();
-    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
-    TActor::Settle();
-    editing.CheckChanged();
-    if (number) {
-        number->selectAll();
-        QTest::keyClicks(number, QStringLiteral("7.25"));
-    }
-    note->selectAll();
-    QTest::keyClicks(note, QStringLiteral("Agreed with the sales team."));
-    TActor::Settle();
-    tour.User().Click("btnSave");
-    editing.CheckClean("after the save of attributes");
-    bool found = false;
-    const auto values = editing.OnServer({Comfort})->Get_AttributeValues();
-    for (std::int32_t index = 0; index < values->Get_Count(); ++index) {
-        const auto value = values->Get_Item(Quorane_TLB::Variant(index)).AsDispatch();
-        if (const auto flag = Quorane_TLB::Query<Quorane_TLB::IUDABooleanValue>(value))
-            TTour::Check((flag->Get_Value() != 0) != was, "the check box is not on the server");
-        if (const auto text = Quorane_TLB::Query<Quorane_TLB::IUDATextValue>(value))
-            found = found || Utf8(text->Get_Value()) == "Agreed with the sales team.";
-    }
-    TTour::Check(found, "the note is not on the server");
-}
-
 void CreateChild(TTour& tour, TEditing& editing) {
     editing.Select({Comfort});
     tour.User().ChooseTab("pgcRequirement", "Details");
     tour.User().Click("btnCreateRequirement");
+    tour.Picture("a new requirement gets its name", tour.Studio().Window());
     editing.TypeIntoNode("Stay quiet at night");
     tour.User().Click("btnSave");
     editing.CheckClean("after the new requirement's save");
     TTour::CheckEqual<std::string>(editing.ChildrenOnServer({Comfort}).back(), "Stay quiet at night",
                                    "the new requirement");
+}
+
+void InsertBeforeAndAfter(TTour& tour, TEditing& editing) {
+    editing.Select({Comfort, "Stay quiet at night"});
+    tour.User().Click("btnInsertBefore");
+    editing.TypeIntoNode("Before the night");
+    editing.Select({Comfort, "Stay quiet at night"});
+    tour.User().Click("btnInsertAfter");
+    editing.TypeIntoNode("After the night");
+    tour.User().Click("btnSave");
+    std::vector<std::string> names = editing.ChildrenOnServer({Comfort});
+    names.erase(names.begin(), names.end() - 3);
+    TTour::Check(names ==
+                     std::vector<std::string>{"Before the night", "Stay quiet at night", "After the night"},
+                 "the inserted requirements do not stand beside it");
+    for (const char* name : {"Before the night", "After the night"}) {
+        editing.Select({Comfort, name});
+        tour.Dialogs().Answer(TMessageResult::Yes);
+        tour.User().Click("btnDeleteRequirement");
+        tour.Dialogs().TakeMessages();
+    }
 }
 
 void RenameAndMove(TTour& tour, TEditing& editing) {
@@ -211,8 +196,8 @@ void TourEdit(TTour& tour) {
     tour.Step("save", [&] { Save(tour, editing); });
     tour.Step("cancel", [&] { Cancel(tour, editing); });
     tour.Step("refused by a second client", [&] { BeRefused(tour, editing); });
-    tour.Step("attributes on a custom tab", [&] { EditAttributes(tour, editing); });
     tour.Step("create a child", [&] { CreateChild(tour, editing); });
+    tour.Step("insert before and after", [&] { InsertBeforeAndAfter(tour, editing); });
     tour.Step("rename and move", [&] { RenameAndMove(tour, editing); });
     tour.Step("drag and delete", [&] { DragAndDelete(tour, editing); });
     tour.Step("find by id", [&] { FindById(tour, editing); });

@@ -8,7 +8,9 @@ class TTour;
 void TourConnect(TTour& tour);
 // Branches, numbers, types, requirements, tabs, baselines, views.
 void TourBrowse(TTour& tour);
-// Status, save, cancel, a refused lock, attributes, creation, moves, deletion, find.
+// Status, save, cancel, a refused lock, creation, moves, deletion, find.
 void TourEdit(TTour& tour);
 // Typing, formats, save and cancel of a description, a key reference.
 void TourDescribe(TTour& tour);
+// Every kind of attribute on custom tabs: saved, cancelled, refused.
+void TourAttributes(TTour& tour);
