@@ -2,6 +2,7 @@
 #include "tour/Tour.h"
 #include "tour/TourServer.h"
 
+#include "platform/widgets/Containers.h"
 #include "platform/widgets/Edits.h"
 #include "platform/widgets/Lists.h"
 
@@ -128,6 +129,8 @@ void EditSafety(TTour& tour, TAttributes& attributes) {
     }
     user.Type(TAttributes::Safety(9), "Overheated room");
     user.Type(TAttributes::Safety(11), "Two readings must agree.");
+    user.Get<TScrollBox>("ctl_ctl_pgcRequirement_9_1")
+        .ensureWidgetVisible(&user.Find(TAttributes::Safety(11)));
     tour.Picture("safety is being edited", tour.Studio().Window());
     attributes.SaveAndCheck({{"Safety relevant", "yes"},
                              {"Fault tolerance time", "7.5"},

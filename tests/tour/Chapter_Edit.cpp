@@ -140,12 +140,17 @@ void InsertBeforeAndAfter(TTour& tour, TEditing& editing) {
     TTour::Check(names ==
                      std::vector<std::string>{"Before the night", "Stay quiet at night", "After the night"},
                  "the inserted requirements do not stand beside it");
+}
+
+void DeleteTheInserted(TTour& tour, TEditing& editing) {
     for (const char* name : {"Before the night", "After the night"}) {
         editing.Select({Comfort, name});
         tour.Dialogs().Answer(TMessageResult::Yes);
         tour.User().Click("btnDeleteRequirement");
         tour.Dialogs().TakeMessages();
     }
+    TTour::CheckEqual<std::string>(editing.ChildrenOnServer({Comfort}).back(), "Stay quiet at night",
+                                   "the last child");
 }
 
 void RenameAndMove(TTour& tour, TEditing& editing) {
@@ -198,6 +203,7 @@ void TourEdit(TTour& tour) {
     tour.Step("refused by a second client", [&] { BeRefused(tour, editing); });
     tour.Step("create a child", [&] { CreateChild(tour, editing); });
     tour.Step("insert before and after", [&] { InsertBeforeAndAfter(tour, editing); });
+    tour.Step("delete the inserted", [&] { DeleteTheInserted(tour, editing); });
     tour.Step("rename and move", [&] { RenameAndMove(tour, editing); });
     tour.Step("drag and delete", [&] { DragAndDelete(tour, editing); });
     tour.Step("find by id", [&] { FindById(tour, editing); });
