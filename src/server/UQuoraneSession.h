@@ -33,8 +33,8 @@ public:
     // session is stale afterwards. Not logged in after a failure.
     void RefreshSession();
     bool IsLoggedIn() const { return FLoggedIn; }
-    // Logs on again when a logged-in object has lost its handle. Empty when not
-    // logged in.
+    // Logs on again when a logged-in object has lost its handle. Empty before the first
+    // logon and after Logout.
     Quorane_TLB::Handle<Quorane_TLB::ISession> GetQuoraneSession();
     // The server of the latest Login, which Logout leaves in place. May be empty.
     const Quorane_TLB::Handle<Quorane_TLB::IQuoraneServer>& GetQuoraneServer() const { return FServer; }
