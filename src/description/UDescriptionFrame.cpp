@@ -118,6 +118,7 @@ TfraDescription::getDescriptionFromDocumentReference(const Handle<IDocumentRefer
 
 void TfraDescription::Load(const std::u16string& html) {
     wbrReqDescription->Navigate(CurrentSession().PrepareRequirementDescriptionFile(html));
+    wbrReqDescription->Control().SetAccessibleName(SDescription);
     WaitWhileEditorBusy();
     const auto document = GetHtmlDocument2();
     if (!document) throw EOleSysError("The description could not be loaded.", hsFail);

@@ -98,6 +98,8 @@ TEST_F(TDescriptionEdit, AKeyReferenceIsShownAndCannotBeEdited) {
     Select(ZoneControl);
     EXPECT_FALSE(Frame().isKeyReferenced());
     EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "On");
+    ClickIntoText();
+    EXPECT_TRUE(BarEnabled());
 }
 
 TEST_F(TDescriptionEdit, ASaveLeavesTheDescriptionUnderAKeyReferenceAsItWas) {
