@@ -237,17 +237,29 @@ bool TEnginePage::ControlSelected() {
     return Selection()[QStringLiteral("type")] == QStringLiteral("Control");
 }
 
-QJsonValue TEnginePage::Call(const TEngineCall& call) {
+// The script of the call, with which goes what was released.
+QString TEnginePage::TakeScript(const TEngineCall& call) {
     if (!FReady) Fail(QStringLiteral("The document is not loaded."));
     if (FHung) Fail(QStringLiteral("The HTML engine does not answer."));
-    const QJsonObject request{{QStringLiteral("release"), FReleased},
+    const QJsonObject request{{QStringLiteral("release"), std::exchange(FReleased, {})},
                               {QStringLiteral("operation"), call.Operation},
                               {QStringLiteral("on"), call.On},
                               {QStringLiteral("arguments"), call.Arguments},
                               {QStringLiteral("moves"), call.Moves}};
-    FReleased = {};
+    return QStringLiteral("quoraneCall(%1)").arg(ToJson(request));
+}
+
+void TEnginePage::Post(const TEngineCall& call) {
+    const QString script = TakeScript(call);
+    ++FCalls;
+    ForgetSelection();
+    runJavaScript(script, AgentWorld);
+}
+
+QJsonValue TEnginePage::Call(const TEngineCall& call) {
+    const QString script = TakeScript(call);
     const int generation = FGeneration;
-    const QString answer = RunAndWait(QStringLiteral("quoraneCall(%1)").arg(ToJson(request)));
+    const QString answer = RunAndWait(script);
     if (!call.Reads) ForgetSelection();
     if (generation != FGeneration) Fail(QStringLiteral("The document went away during a call."));
     if (answer.isEmpty()) Fail(QStringLiteral("The HTML engine does not answer."));

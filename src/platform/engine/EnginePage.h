@@ -85,6 +85,9 @@ public:
     // time, the engine's process dies or another document is loaded meanwhile. After a
     // call without an answer the next ones fail at once until the engine comes round.
     QJsonValue Call(const TEngineCall& call);
+    // The same without waiting, for an operation that has no answer and cannot fail:
+    // every later call finds it done.
+    void Post(const TEngineCall& call);
     // The kind of the selection and the state of the formatting commands on it: asked
     // for once, and again after news or a call that may have changed it.
     const QJsonObject& Selection();
@@ -125,6 +128,7 @@ private:
     void Queue(std::function<void()> news);
     void DeliverLater();
     void DeliverNews();
+    QString TakeScript(const TEngineCall& call);
     QString RunAndWait(const QString& script);
 
     TFileGuard* FGuard;

@@ -108,7 +108,7 @@ THtmlStatus THtmlDocument::Exec(std::uint32_t command, std::uint32_t, const THtm
         const bool* dirty = std::get_if<bool>(&in);
         if (!dirty) return hsFail;
         FDirty = *dirty;
-        return Status([&] { FObject.Call("setDirty", {FDirty, ++FEpoch}); });
+        return Status([&] { FObject.Post("setDirty", {FDirty, ++FEpoch}); });
     }
     const QString name = CommandName(command);
     if (name.isEmpty()) return hsFail;
@@ -130,7 +130,7 @@ THtmlStatus THtmlDocument::IsDirty() {
 }
 
 THtmlStatus THtmlDocument::InitNew() {
-    return Status([&] { FObject.Call("initNew"); });
+    return Status([&] { FObject.Post("initNew"); });
 }
 
 THtmlStatus THtmlDocument::AddDesigner(IHTMLEditDesigner& designer) {

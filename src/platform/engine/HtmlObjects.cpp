@@ -227,6 +227,10 @@ QJsonValue TPageObject::Call(const char* operation, const QJsonArray& arguments)
     return Run(operation, arguments, false);
 }
 
+void TPageObject::Post(const char* operation, const QJsonArray& arguments) const {
+    Page().Post({QString::fromLatin1(operation), FNumber, arguments, std::exchange(FMoves, {})});
+}
+
 QJsonValue TPageObject::Read(const char* operation, const QJsonArray& arguments) const {
     return Run(operation, arguments, true);
 }

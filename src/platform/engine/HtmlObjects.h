@@ -23,6 +23,8 @@ public:
     TPageObject& operator=(const TPageObject&) = delete;
 
     QJsonValue Call(const char* operation, const QJsonArray& arguments = {}) const;
+    // Without waiting: for an operation that has no answer and cannot fail.
+    void Post(const char* operation, const QJsonArray& arguments = {}) const;
     // For an operation that changes neither document nor selection.
     QJsonValue Read(const char* operation, const QJsonArray& arguments = {}) const;
     // Does a move of a range before the next call.
