@@ -56,6 +56,7 @@ TLimits MeasureHostStart(const std::string& binaryFolder);
 TLimits MeasureSave();
 TLimits MeasureAttributes();
 TLimits MeasureManyClients(int seconds);
+TLimits MeasureDescription(const std::string& binaryFolder);
 
 // What MeasureProjectSize runs in a process of its own: logs on to the database and
 // prints milliseconds to the shown tree and private memory in MB.

@@ -49,6 +49,8 @@ int main(int argc, char** argv) {
             {"round-trips", MeasureRoundTrips},
             {"branch", MeasureBranch},
             {"edits", [seconds] { return MeasureEdits(seconds); }},
+            {"description",
+             [] { return MeasureDescription(QCoreApplication::applicationDirPath().toStdString()); }},
             {"project-size",
              [] { return MeasureProjectSize(QCoreApplication::applicationFilePath().toStdString()); }},
             {"host-start",

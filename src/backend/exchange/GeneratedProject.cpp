@@ -95,6 +95,13 @@ private:
     std::int64_t FNumber = 0;
 };
 
+Backend::Glossary MakeGlossary(std::int64_t terms) {
+    Backend::Glossary glossary{.Id = 0, .Name = "Terms", .Red = 0, .Green = 0, .Blue = 128, .Terms = {}};
+    for (std::int64_t term = 0; term < terms; ++term)
+        glossary.Terms.push_back({0, "term" + std::to_string(term), "What it means"});
+    return glossary;
+}
+
 } // namespace
 
 void BuildGeneratedDatabase(const std::string& databasePath, const GeneratedSize& size,
@@ -113,6 +120,7 @@ void BuildGeneratedDatabase(const std::string& databasePath, const GeneratedSize
     type.Name = "Requirement";
     type.Tag = "GEN";
     const auto typeId = writer.AddRequirementType(projectId, type);
+    if (size.GlossaryTerms > 0) writer.AddGlossary(projectId, MakeGlossary(size.GlossaryTerms));
     Generator(writer, projectId, typeId, user).Write(size);
     writer.Commit();
 }

@@ -11,6 +11,7 @@ namespace Exchange {
 struct GeneratedSize {
     std::int64_t Requirements = 0;
     std::int64_t ChildrenOfOne = 0; // of these, under one requirement of the first level
+    std::int64_t GlossaryTerms = 0; // "term0", "term1" and so on, in one glossary
 };
 
 // Writes one project "Generated" with the user "admin", password "admin", into a new
