@@ -1,6 +1,7 @@
 // What the showing of a requirement with 40 attributes on four custom tabs costs beside
 // the bare work: making as many Qt widgets of the same kinds, with labels and content,
-// on tabs that scroll, in place of those of the requirement before.
+// on tabs that scroll, in place of those of the requirement before. The HTML engine is
+// not there: what a description costs has limits of its own.
 #include "Limits.h"
 
 #include "backend/service/BulkWriter.h"
