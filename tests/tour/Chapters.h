@@ -14,3 +14,5 @@ void TourEdit(TTour& tour);
 void TourDescribe(TTour& tour);
 // Every kind of attribute on custom tabs: saved, cancelled, refused.
 void TourAttributes(TTour& tour);
+// Puts a table and a picture into a description and points at a term.
+void TourExplain(TTour& tour);

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QMenu>
+#include <QPainter>
 #include <QPixmap>
 
 #include <cctype>
@@ -83,13 +84,23 @@ void WaitForPage(QWidget& window) {
         longestForBlank);
 }
 
+// Hints are windows of their own, which no grab of the main window holds.
+void DrawHints(QPixmap& picture, QWidget& window) {
+    QPainter painter(&picture);
+    for (QWidget* hint : QApplication::topLevelWidgets())
+        if (hint->windowType() == Qt::ToolTip && hint->isVisible())
+            painter.drawPixmap(hint->pos() - window.mapToGlobal(QPoint()), hint->grab());
+}
+
 } // namespace
 
 void TTour::Picture(const std::string& title, QWidget& window) {
     TActor::Settle();
     WaitForPage(window);
     const auto path = PicturePath(title);
-    Check(window.grab().save(QString::fromStdString(path.string())), "cannot write " + path.string());
+    QPixmap picture = window.grab();
+    DrawHints(picture, window);
+    Check(picture.save(QString::fromStdString(path.string())), "cannot write " + path.string());
 }
 
 void TTour::Step(const std::string& title, const std::function<void()>& step) {

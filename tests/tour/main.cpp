@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
         TourBrowse(tour);
         TourEdit(tour);
         TourDescribe(tour);
+        TourExplain(tour);
         TourAttributes(tour);
         tour.CloseStudio();
         std::printf("%d steps done; the pictures are in %s\n", tour.Steps(), folder.c_str());
