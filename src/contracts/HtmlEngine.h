@@ -294,7 +294,8 @@ public:
     // of it. Comes at a turn of the message loop; a call that was under way has failed
     // before. Navigate starts the process anew.
     std::function<void()> OnEngineGone;
-    // The user wants to follow a link; the control itself never leaves the document.
+    // The user wants to follow a link to the web or a mailbox, by a click, with Ctrl held
+    // while the document is edited; the control itself never leaves the document.
     std::function<void(const std::string& address)> OnLinkClick;
 };
 

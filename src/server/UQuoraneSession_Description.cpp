@@ -1,6 +1,8 @@
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <fstream>
+#include <system_error>
 
 #include "contracts/Exceptions.h"
 #include "server/UQuoraneSession.h"
@@ -15,8 +17,8 @@ constexpr char Utf8Mark[] = "\xEF\xBB\xBF";
 void WriteWhole(const std::string& path, const std::string& bytes) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << bytes;
-    file.close();
-    if (!file) throw Exception(SCannotWriteFile + path);
+    if (!file.flush())
+        throw Exception(SCannotWriteFile + path + ": " + std::generic_category().message(errno));
 }
 
 std::string ColorText(const Handle<IGlossaryTermColor>& color) {

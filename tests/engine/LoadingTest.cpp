@@ -146,11 +146,32 @@ TEST_F(EngineLoading, LoadDuringACallFailsTheCall) {
 TEST_F(EngineLoading, LinksAreToldAndNotFollowed) {
     std::vector<std::string> followed;
     FBrowser.OnLinkClick = [&](const std::string& address) { followed.push_back(address); };
-    Load("<body style='margin:0'><a href='https://example.org/a' style='font-size:40px'>link</a></body>");
+    const auto link = [](const std::string& address) {
+        return "<body style='margin:0'><a href=\"" + address + "\" style='font-size:40px'>link</a></body>";
+    };
+    const auto clickWithCtrl = [this] {
+        QTest::mouseClick(&KeyTarget(), Qt::LeftButton, Qt::ControlModifier, {20, 25});
+    };
+    Load(link("https://example.org/a"));
     Click(20, 25);
-    ASSERT_TRUE(WaitUntil([&] { return !followed.empty(); }));
-    EXPECT_THAT(followed, ElementsAre("https://example.org/a"));
-    EXPECT_THAT(Html(), HasSubstr("link"));
+    ASSERT_TRUE(WaitUntil([&] { return followed.size() == 1; }));
+    Edit(link("mailto:ann@example.org"));
+    Click(20, 25);
+    clickWithCtrl();
+    ASSERT_TRUE(WaitUntil([&] { return followed.size() == 2; }));
+    for (const char* address : {"javascript:document.body.innerHTML=''", "file:///etc/passwd",
+                                "data:text/html,x", "ms-msdt:/id", "description.html", "//127.0.0.1/x"}) {
+        Load(link(address));
+        Click(20, 25);
+        Edit(link(address));
+        clickWithCtrl();
+        EXPECT_THAT(Html(), HasSubstr(">link</a>")) << address;
+    }
+    Load(link("https://example.org/b"));
+    Click(20, 25);
+    ASSERT_TRUE(WaitUntil([&] { return followed.size() >= 3; }));
+    EXPECT_THAT(followed,
+                ElementsAre("https://example.org/a", "mailto:ann@example.org", "https://example.org/b"));
 }
 
 TEST_F(EngineLoading, EmptiedDocumentHasNoTextLeft) {

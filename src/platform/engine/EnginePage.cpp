@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QPointer>
+#include <QSet>
 #include <QWebChannel>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
@@ -163,15 +164,27 @@ void TEnginePage::LeaveDocument() {
 
 bool TEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
     if (isMainFrame && url == FDocument && FLoading) return true;
-    if (type == NavigationTypeLinkClicked && OnLink)
-        QMetaObject::invokeMethod(
-            this, [this, url] { OnLink(url); }, Qt::QueuedConnection);
+    if (type == NavigationTypeLinkClicked) TellLink(url);
     return false;
+}
+
+// Other kinds of address start programs or read files of this machine.
+void TEnginePage::TellLink(const QUrl& url) {
+    static const QSet<QString> schemes{QStringLiteral("http"), QStringLiteral("https"), QStringLiteral("ftp"),
+                                       QStringLiteral("mailto")};
+    if (!schemes.contains(url.scheme())) return;
+    Queue([this, url] {
+        if (OnLink) OnLink(url);
+    });
 }
 
 void TEnginePage::Hear(const QJsonObject& message) {
     if (message[QStringLiteral("event")] == QStringLiteral("mousemove")) {
         HearMove(message);
+        return;
+    }
+    if (const QJsonValue link = message[QStringLiteral("link")]; link.isString()) {
+        TellLink(QUrl(link.toString()));
         return;
     }
     ForgetSelection();

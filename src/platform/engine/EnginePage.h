@@ -123,6 +123,7 @@ private:
     void RendererGone();
     void LeaveDocument();
     void Hear(const QJsonObject& message);
+    void TellLink(const QUrl& url);
     void HearMove(const QJsonObject& message);
     void ForgetSelection();
     void Queue(std::function<void()> news);

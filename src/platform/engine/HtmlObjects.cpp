@@ -168,8 +168,12 @@ private:
     void AllowPictures(const QString& html) {
         static const QRegularExpression source(QStringLiteral(R"re(<img\b[^>]*\bsrc="([^"]*)")re"),
                                                QRegularExpression::CaseInsensitiveOption);
-        for (auto match = source.globalMatch(html); match.hasNext();)
-            FRange.Page().Guard().Allow(QUrl::fromUserInput(match.next().captured(1)).toLocalFile());
+        for (auto match = source.globalMatch(html); match.hasNext();) {
+            QString path = match.next().captured(1);
+            path.replace(QStringLiteral("&quot;"), QStringLiteral("\""));
+            path.replace(QStringLiteral("&amp;"), QStringLiteral("&"));
+            FRange.Page().Guard().Allow(QUrl::fromUserInput(path).toLocalFile());
+        }
     }
 };
 

@@ -378,6 +378,13 @@
             post({ event: 'mousemove', control: controlIn(currentRange()) !== null });
         });
     }, true);
+    // A click on a link of an editable page only sets the caret.
+    document.addEventListener('click', (event) => {
+        const link = event.ctrlKey && document.designMode === 'on' && event.target.closest('a[href]');
+        if (!link) return;
+        event.preventDefault();
+        post({ link: link.href });
+    }, true);
     document.addEventListener('input', () => {
         setDirty(true);
         tellStale();
