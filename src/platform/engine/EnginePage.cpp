@@ -23,6 +23,8 @@
 
 namespace {
 
+// Of one load, when the refusal of a link takes it along.
+constexpr int MostAttempts = 5;
 constexpr auto AgentWorld = QWebEngineScript::ApplicationWorld;
 
 [[noreturn]] void Fail(const QString& what) {
@@ -112,18 +114,40 @@ void TEnginePage::Load(const QString& path) {
     FLoading = true;
     FGuard->SetDocument(path);
     FDocument = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
-    // Tells late news about an earlier load of the same file apart.
-    FDocument.setQuery(QString::number(FGeneration));
     FLoadLimit.start(FLimits.Load);
+    FAttempts = 0;
+    StartLoad();
+}
+
+void TEnginePage::StartLoad() {
+    // Tells late news about an earlier load of the same file apart.
+    FDocument.setQuery(QString::number(++FLoads));
+    ++FAttempts;
     load(FDocument);
 }
 
 // A link that is refused also ends in a failed load, and a load that a newer one breaks
-// off ends as stopped; neither says anything about the document.
+// off ends as stopped; neither says anything about the document. But a link that was
+// clicked just before a load may take the load along when it is refused.
 void TEnginePage::LoadingChanged(const QWebEngineLoadingInfo& info) {
     const bool succeeded = info.status() == QWebEngineLoadingInfo::LoadSucceededStatus;
     const bool failed = info.status() == QWebEngineLoadingInfo::LoadFailedStatus;
-    if (info.url() == FDocument && (succeeded || failed)) EndLoad(succeeded);
+    const bool again = failed && FAttempts < MostAttempts && QFileInfo(FDocument.toLocalFile()).isReadable();
+    if (info.url() == FDocument && (succeeded || failed) && !again)
+        EndLoad(succeeded);
+    else if (info.status() != QWebEngineLoadingInfo::LoadStartedStatus)
+        CheckLoadLater();
+}
+
+void TEnginePage::CheckLoadLater() {
+    if (!FLoading) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this, generation = FGeneration] {
+            const bool dropped = FLoading && generation == FGeneration && !isLoading();
+            if (dropped && FAttempts < MostAttempts) StartLoad();
+        },
+        Qt::QueuedConnection);
 }
 
 void TEnginePage::EndLoad(bool succeeded) {
@@ -165,6 +189,7 @@ void TEnginePage::LeaveDocument() {
 bool TEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
     if (isMainFrame && url == FDocument && FLoading) return true;
     if (type == NavigationTypeLinkClicked) TellLink(url);
+    CheckLoadLater();
     return false;
 }
 

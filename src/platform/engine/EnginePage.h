@@ -118,6 +118,8 @@ private:
     void SetUp();
     void InstallAgent();
     void LoadingChanged(const QWebEngineLoadingInfo& info);
+    void StartLoad();
+    void CheckLoadLater();
     void EndLoad(bool succeeded);
     void GiveUpLoad();
     void RendererGone();
@@ -148,6 +150,8 @@ private:
     std::function<void()> FWakeCaller;
     std::int64_t FCalls = 0;
     int FGeneration = 0;
+    int FLoads = 0;
+    int FAttempts = 0;
     int FCallDepth = 0;
     bool FLoading = false;
     bool FReady = false;
