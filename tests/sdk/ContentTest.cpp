@@ -1,5 +1,7 @@
 #include "sdk/SdkTest.h"
 
+#include "backend/store/Database.h"
+
 #include <gmock/gmock.h>
 
 using ::testing::ElementsAre;
@@ -236,6 +238,24 @@ TEST_F(TContent, ANewImageThatCannotBeReadFailsTheSaveAndKeepsWhatWasWritten) {
     EXPECT_THAT(FailureOf([&] { FRequirement->save(); }), HasSubstr("/missing.png"));
     EXPECT_EQ(SeenByOthers()->Get_Description()->Get_Text(), u"<p>Stop</p>");
     EXPECT_EQ(FRequirement->Get_Description()->Get_Text(), u"<p><img src=\"/missing.png\" new=\"true\"></p>");
+}
+
+TEST_F(TContent, AMarkForANewImageThatSomebodyElseHasStoredSendsNoFile) {
+    const std::string path = FFolder.File("private.png");
+    WriteFile(path, "private picture");
+    Backend::Database(FOptions.DatabasePath)
+        .Query("update requirement_text set description = $1 where description = $2",
+               "<p><img src=\"" + path + "\" new=\"true\"></p>", std::string("<p>Stop</p>"))
+        .Next();
+    const auto session = LogOn();
+    const auto requirement = session->getLatestRequirement(FSample.Stop);
+    const std::u16string html = requirement->Get_Description()->Get_Text();
+    EXPECT_THAT(Utf8(html), HasSubstr("private.png"));
+    requirement->lock();
+    requirement->Get_Description()->Set_Text(html);
+    FCalls.Clear();
+    EXPECT_THAT(FailureOf([&] { requirement->save(); }), HasSubstr("does not have a 'src_original'"));
+    EXPECT_THAT(FCalls.Requests(), ElementsAre("SaveRequirement"));
 }
 
 TEST_F(TContent, TheHtmlHelperWorksWithoutAServer) {
