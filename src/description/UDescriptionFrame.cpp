@@ -18,9 +18,17 @@ namespace {
 // While a description loads, no change counts as the user's.
 bool UpdatingDescription = false;
 
-void ReplaceAll(std::u16string& text, std::u16string_view what, std::u16string_view by) {
-    for (auto at = text.find(what); at != std::u16string::npos; at = text.find(what, at + by.size()))
-        text.replace(at, what.size(), by);
+// The engine writes the blanks of addresses escaped.
+std::u16string WithBlanks(const std::u16string& html) {
+    constexpr std::u16string_view escaped = u"%20";
+    std::u16string text;
+    text.reserve(html.size());
+    std::size_t from = 0;
+    for (auto at = html.find(escaped); at != std::u16string::npos; at = html.find(escaped, from)) {
+        text.append(html, from, at - from).push_back(u' ');
+        from = at + escaped.size();
+    }
+    return text.append(html, from);
 }
 
 std::optional<std::int32_t> CurrentNumber() {
@@ -186,10 +194,8 @@ std::u16string TfraDescription::GetDocumentHTML() {
     if (!document) return FKeptText;
     const auto element = document->get_documentElement();
     if (!element) return {};
-    std::u16string html = element->get_outerHTML();
-    ReplaceAll(html, u"%20", u" ");
-    FKeptText = html;
-    return html;
+    FKeptText = WithBlanks(element->get_outerHTML());
+    return FKeptText;
 }
 
 THtmlHandle<IHTMLDocument2> TfraDescription::GetHtmlDocument2() {
