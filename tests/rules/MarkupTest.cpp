@@ -43,9 +43,9 @@ INSTANTIATE_TEST_SUITE_P(
                       "<html><head></head><body><p>x</p></body></html>"},
            MarkupCase{"ElementsWithoutEnd", "a<br>b<hr>", "a<br />b<hr />"},
            MarkupCase{"UpperCaseBesideLowerCase", "<P>x</p>", "<p>x</p>"},
-           MarkupCase{
-               "RowsWithoutABody", "<table border=0 width=100%><tr><td nowrap>x</table>",
-               "<table border=\"0\" width=\"100%\"><tbody><tr><td nowrap=\"nowrap\">x</td></tr></tbody></table>"},
+           MarkupCase{"RowsWithoutABody", "<table border=0 width=100%><tr><td nowrap>x</table>",
+                      "<table border=\"0\" width=\"100%\"><tbody><tr><td "
+                      "nowrap=\"nowrap\">x</td></tr></tbody></table>"},
            MarkupCase{"BareAddress", "<a href=http://example.org/a/b?c=1&amp;d=2>x</a>",
                       "<a href=\"http://example.org/a/b?c=1&amp;d=2\">x</a>"},
            MarkupCase{"BracketInAttribute", "<p title=\"a > b\">x</p>", "<p title=\"a &gt; b\">x</p>"},
@@ -56,7 +56,9 @@ INSTANTIATE_TEST_SUITE_P(
            MarkupCase{"OpenItems", "<ul><li>a<li>b</ul>", "<ul><li>a</li><li>b</li></ul>"},
            MarkupCase{"StrayBracket", "a < b", "a &lt; b"},
            MarkupCase{"StrayAmpersand", "salt & pepper &unknown;", "salt &amp; pepper &amp;unknown;"},
-           MarkupCase{"UnknownElement", "<o:p>x <blink>y</blink></o:p>", "<p>x y</p>"},
+           MarkupCase{"UnknownElement", "x <blink>y</blink>", "x y"},
+           MarkupCase{"ElementsOfAnotherNamespace",
+                      "<p>x<o:p></o:p></p><p><o:p>y</o:p></p><u1:script>z</u1:script>", "<p>x</p><p>y</p>z"},
            MarkupCase{"TextBehindTheDocument", "<html><body><p>x</p></body></html>tail",
                       "<html><head></head><body><p>x</p><p>tail</p></body></html>"},
            MarkupCase{"Style", "<p style=\"COLOR:Red;text-align: center; position:fixed\">x</p>",

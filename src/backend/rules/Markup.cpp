@@ -4,6 +4,7 @@
 #include "backend/rules/Refusal.h"
 
 #include <libxml/HTMLparser.h>
+#include <libxml/SAX2.h>
 
 #include <algorithm>
 #include <array>
@@ -58,12 +59,20 @@ void Judge(void* lost, xmlErrorPtr fault) {
 
 using Document = std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)>;
 
+// The library takes a prefix off a name, which would make a paragraph of "o:p".
+void StartElement(void* parser, const xmlChar* name, const xmlChar** attributes) {
+    std::string whole(View(name));
+    std::ranges::replace(whole, ':', '-');
+    xmlSAX2StartElement(parser, reinterpret_cast<const xmlChar*>(whole.c_str()), attributes);
+}
+
 // Of a document with a body; mended, but not judged.
 Document Parse(const std::string& html) {
     using Parser = std::unique_ptr<htmlParserCtxt, decltype(&htmlFreeParserCtxt)>;
     static const bool ready = (xmlInitParser(), true);
     const Parser parser(ready ? htmlNewParserCtxt() : nullptr, htmlFreeParserCtxt);
     if (!parser) throw std::bad_alloc();
+    parser->sax->startElement = StartElement;
     bool lost = false;
     // The library keeps the handler for each thread.
     const auto oldHandler = xmlStructuredError;
