@@ -121,6 +121,46 @@ TEST_F(TDescriptionPictures, UnreadableOneFailsTheSaveAndNothingIsLost) {
     EXPECT_THAT(TagsOnServer(), SizeIs(2));
 }
 
+TEST_F(TDescriptionPictures, TooLargeOneFailsTheSaveUntilItIsTakenOut) {
+    ClickIntoText();
+    TypeIntoPage("kept");
+    ASSERT_TRUE(WaitForHtml("kept"));
+    const std::string path = FFolder.File("large.png");
+    WriteFile(path, "");
+    std::filesystem::resize_file(path, 50 << 20);
+    Insert(path);
+    Save();
+    EXPECT_THAT(Dialogs.TakeErrors(),
+                ElementsAre(AllOf(HasSubstr(path), HasSubstr("larger than 16777216 bytes"))));
+    EXPECT_THAT(Html(), AllOf(HasSubstr("kept"), HasSubstr(path)));
+    EXPECT_THAT(DescriptionOnServer(FNumber), Not(HasSubstr("kept")));
+    ClickIntoText();
+    KeyIntoPage(Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_TRUE(WaitUntil([&] { return Html().find(path) == std::string::npos; }));
+    User->Click("btnSave");
+    EXPECT_THAT(DescriptionOnServer(FNumber), HasSubstr("kept"));
+}
+
+TEST_F(TDescriptionPictures, FileThatIsNoneShowsAsAMissingOne) {
+    WriteFile(FFolder.File("notes.png"), "These are notes.");
+    ClickIntoText();
+    Insert(FFolder.File("notes.png"));
+    EXPECT_TRUE(Shows(QStringLiteral("0,520"))) << Html();
+    Save();
+    EXPECT_THAT(TagsOnServer(), SizeIs(2));
+    Select(FilterReadings);
+    Select(ZoneControl);
+    EXPECT_TRUE(Shows(QStringLiteral("0,520"))) << Html();
+}
+
+TEST_F(TDescriptionPictures, OneThatIsGoneFromTheCacheIsFetchedAgain) {
+    ASSERT_TRUE(Shows(QStringLiteral("520")));
+    std::filesystem::remove_all(FFolder.File("cache"));
+    Select(FilterReadings);
+    Select(ZoneControl);
+    EXPECT_TRUE(Shows(QStringLiteral("520"))) << Html();
+}
+
 TEST_F(TDescriptionPictures, LinkOpensOutsideAfterAQuestion) {
     const auto requirement = ReadAs("admin", FNumber);
     requirement->lock();

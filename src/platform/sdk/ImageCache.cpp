@@ -83,7 +83,14 @@ std::string TImageCache::Store(TConnection& connection, const std::string& path)
         if (at == 0) chunk.set_media_type(MediaType(path));
         chunk.set_data(bytes.substr(at, ChunkBytes));
     }
-    return connection.AskWithStream("PutImage", &TConnection::TStub::PutImage, chunks).hash();
+    try {
+        return connection.AskWithStream("PutImage", &TConnection::TStub::PutImage, chunks).hash();
+    } catch (const EOleSysError& failure) {
+        const std::string reason = failure.what();
+        if (!reason.starts_with("InvalidValueException")) throw;
+        // The server does not know which of the pictures it was sent.
+        RaiseFailure(reason + " Take the picture \"" + path + "\" out or insert another one.");
+    }
 }
 
 std::string TImageCache::WithoutNew(const std::string& html) {
