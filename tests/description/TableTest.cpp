@@ -73,6 +73,29 @@ TEST_F(TDescriptionTable, IsInsertedAtTheCaretAsItWasAskedFor) {
     EXPECT_THAT(DescriptionOnServer(SelectedNumber()), HasSubstr("width=\"33%\""));
 }
 
+TEST_F(TDescriptionTable, OfTenThousandCellsIsSavedAndReadBack) {
+    Show("<p>text</p>");
+    ClickIntoText();
+    PressTable([](TActor& user, TfrmTableProperties&) {
+        user.Type("edtRows", "100");
+        user.Type("edtColumns", "100");
+        user.Click("btnOk");
+    });
+    const auto cells = [](const std::string& html) {
+        std::size_t count = 0;
+        for (auto at = html.find("<td"); at != std::string::npos; at = html.find("<td", at + 1))
+            ++count;
+        return count;
+    };
+    ASSERT_TRUE(WaitForLock());
+    TActor::Settle();
+    User->Click("btnSave");
+    EXPECT_EQ(cells(DescriptionOnServer(SelectedNumber())), 10'000U);
+    Select({FirmwareType});
+    Select(ZoneControl);
+    EXPECT_EQ(cells(Html()), 10'000U);
+}
+
 TEST_F(TDescriptionTable, OfNothingAndInsideACell) {
     Show("<p>text</p>");
     ClickIntoText();

@@ -57,7 +57,7 @@ public:
         return ToHtmlValue(FObject->Read("attribute", {Text(name)}));
     }
     void setAttribute(const std::u16string& name, const THtmlValue& value) override {
-        Set(Text(name), value);
+        FObject->Call("setAttribute", {Text(name), ToJson(value)});
     }
     THtmlHandle<IHTMLElementCollection> get_children() override {
         std::vector<THtmlHandle<IHTMLElement>> elements;
@@ -69,8 +69,9 @@ public:
     THtmlHandle<IHTMLStyle> get_style() override { return std::make_shared<TStyle>(FObject); }
 
 protected:
+    // Of a name that is known to be one. Large tables have many cells to set.
     void Set(const QString& name, const THtmlValue& value) {
-        FObject->Call("setAttribute", {name, ToJson(value)});
+        FObject->Post("setAttribute", {name, ToJson(value)});
     }
     QJsonValue Insert(const char* operation, std::int32_t index) { return FObject->Call(operation, {index}); }
     TEnginePage& Page() const { return FObject->Page(); }
