@@ -138,7 +138,8 @@ TEST_F(DescriptionTest, SaysWhichDescriptionFileCannotBeWritten) {
         Object.PrepareRequirementDescriptionFile(u"<p/>");
         FAIL() << "a folder was written over";
     } catch (const Exception& failure) {
-        EXPECT_EQ(failure.what(), "Cannot write the file " + Object.DescriptionFileName());
+        EXPECT_EQ(failure.what(),
+                  "Cannot write the file " + Object.DescriptionFileName() + ": Is a directory");
     }
 }
 
