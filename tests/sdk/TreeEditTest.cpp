@@ -55,6 +55,24 @@ TEST_F(TTreeEdit, ARequirementGoesUnderAnotherWithAllBelowIt) {
     EXPECT_THAT(ChildrenSeenByOthers(FSample.Cold), ElementsAre(u"Deep"));
 }
 
+TEST_F(TTreeEdit, AnAdditionThatDoesNotReachTheServerIsTakenBack) {
+    const auto cold = Node(FSession, FSample.Cold);
+    const auto stop = Node(FSession, FSample.Stop);
+    const auto start = Node(FSession, FSample.Start);
+    const auto expectAsBefore = [&] {
+        EXPECT_EQ(NumberOf(cold->Get_Parent()->Get_ID()), FSample.Start);
+        EXPECT_EQ(stop->Get_ChildCount(), 0);
+        EXPECT_EQ(start->indexOf(cold), 1);
+    };
+    stop->addChild(cold);
+    stop->Get_Tree()->Get_Manager()->Get_Cache()->clear();
+    expectAsBefore();
+    stop->addChild(cold);
+    LogOn(u"ben")->getLatestRequirement(FSample.Stop)->remove();
+    EXPECT_THAT(FailureOf([&] { stop->Get_Tree()->save(); }), HasSubstr("Exception: "));
+    expectAsBefore();
+}
+
 TEST_F(TTreeEdit, ARequirementCannotGoUnderItself) {
     const auto cold = Node(FSession, FSample.Cold);
     const auto deep = Node(FSession, FSample.Deep);

@@ -74,7 +74,8 @@ int TTreeData::Find(TConnection& connection, int under, std::int32_t id) {
 }
 
 void TTreeData::Forget() {
-    FUnsaved.clear();
+    for (; !FUnsaved.empty(); FUnsaved.pop_back())
+        FUnsaved.back().TakeBack();
     ++FGeneration;
 }
 
@@ -96,11 +97,12 @@ void TTreeData::MoveChild(TConnection& connection, int parent, std::int32_t chil
     request.set_parent_id(Node(parent).Id);
     request.set_child_id(childId);
     request.set_position(position);
-    FUnsaved.push_back([this, parent, request](TConnection& server) {
+    const auto tell = [this, parent, request](TConnection& server) {
         // The numbers of all siblings are others after it.
         Unload(parent);
         server.Tell("MoveChild", &TConnection::TStub::MoveChild, request);
-    });
+    };
+    FUnsaved.push_back({tell, [] {}});
 }
 
 void TTreeData::AddChild(TConnection& connection, int parent, int child) {
@@ -109,6 +111,14 @@ void TTreeData::AddChild(TConnection& connection, int parent, int child) {
     const int before = Parent(child);
     if (before == None) RaiseFailure("IllegalArgumentException: The root of a tree cannot move.");
     std::vector<int> left = Children(connection, before);
+    // Read before anything changes, and counted.
+    Children(connection, parent);
+    const auto takeBack = [this, before, parent, child, leftCount = Node(before).ChildCount,
+                           joinedCount = Node(parent).ChildCount] {
+        FNodes[child].Parent = before;
+        FNodes[before].Facts.ChildCount = leftCount;
+        FNodes[parent].Facts.ChildCount = joinedCount;
+    };
     std::erase(left, child);
     SetChildren(before, std::move(left));
     std::vector<int> joined = Children(connection, parent);
@@ -120,19 +130,18 @@ void TTreeData::AddChild(TConnection& connection, int parent, int child) {
     request.set_baseline_id(FBaselineId);
     request.set_parent_id(Node(parent).Id);
     request.set_child_id(Node(child).Id);
-    FUnsaved.push_back([this, before, parent, child, request](TConnection& server) {
+    const auto tell = [this, before, parent, child, request](TConnection& server) {
         for (const int changed : {before, parent, child})
             Unload(changed);
         server.Tell("AddChild", &TConnection::TStub::AddChild, request);
-    });
+    };
+    FUnsaved.push_back({tell, takeBack});
 }
 
 void TTreeData::Save(TConnection& connection) {
-    const auto unsaved = std::move(FUnsaved);
-    FUnsaved.clear();
     try {
-        for (const auto& tell : unsaved)
-            tell(connection);
+        for (; !FUnsaved.empty(); FUnsaved.pop_front())
+            FUnsaved.front().Tell(connection);
     } catch (...) {
         Forget();
         throw;

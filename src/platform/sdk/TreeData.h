@@ -65,6 +65,11 @@ public:
     void Save(TConnection& connection);
 
 private:
+    struct TMove {
+        std::function<void(TConnection&)> Tell;
+        std::function<void()> TakeBack; // what reading the branches anew does not put right
+    };
+
     struct TNode {
         TNodeFacts Facts;
         int Parent = None;
@@ -86,7 +91,8 @@ private:
     bool FRootIsKnown = false;
     // What was read in an earlier generation counts as not read.
     int FGeneration = 1;
-    std::vector<std::function<void(TConnection&)>> FUnsaved;
+    // In the order in which the server has to hear of them.
+    std::deque<TMove> FUnsaved;
 };
 
 } // namespace Sdk
