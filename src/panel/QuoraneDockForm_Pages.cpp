@@ -55,10 +55,20 @@ void TfrmQuoraneMain::ShowRequirementInfo(TTreeNode& node) {
     fraDescription->UpdateDescription();
     // Another selection may have come while it was loading, and has shown itself.
     if (FHelpers.CurrentRequirement != requirement) return;
-    RefreshCustomTabs();
-    if (pgcRequirement->ActivePageIndex() < 0)
-        pgcRequirement->SetActivePageIndex(pgcRequirement->PageCount() - 1);
-    ShowActivePageInfo();
+    const auto showActivePage = [this] {
+        if (pgcRequirement->ActivePageIndex() < 0)
+            pgcRequirement->SetActivePageIndex(pgcRequirement->PageCount() - 1);
+        ShowActivePageInfo();
+    };
+    try {
+        RefreshCustomTabs();
+    } catch (...) {
+        // Whatever tab is left must not go on showing the last requirement: a change
+        // there would be written to it.
+        showActivePage();
+        throw;
+    }
+    showActivePage();
 }
 
 void TfrmQuoraneMain::ShowActivePageInfo() {

@@ -77,6 +77,14 @@ TEST_F(CustomTabs, TheActiveTabStaysByIndexAndEndsOnTheLastOneThere) {
     EXPECT_EQ(Tabs().ActivePageIndex(), rtFirstCustom);
 }
 
+TEST_F(CustomTabs, OneThatCannotBeMadeLeavesNoValuesOfTheLastRequirement) {
+    Select(Implausible);
+    Server->Calls.FailOperation("ICustomTab.Get_Attributes", "ServerException: no.");
+    Select(ZoneControl);
+    EXPECT_EQ(OnlyError(), "ServerException: no.");
+    EXPECT_EQ(NameEdit().Text(), "Zone control");
+}
+
 TEST_F(CustomTabs, AChangeIsSavedWithTheRequirement) {
     Select(Implausible);
     Effort().SetText(std::string("17"));
