@@ -265,8 +265,8 @@ private:
     void actTallyworksExecute();
     void btnSearchByIdClick();
     void ppmRequirementsPopup();
-    void trvRequirementsEditing(TTreeNode& node, bool& allow);
-    void trvRequirementsEdited(const std::string& text);
+    void trvRequirementsEditing(TTreeNode& node, std::string& text, bool& allow);
+    void trvRequirementsEdited(const TTreeNode& node, std::string& text);
     void trvRequirementsKeyDown(TKey key, bool& handled);
     bool trvRequirementsDragOver(TWinControl* source, TPoint point);
     void trvRequirementsDragDrop(TPoint point);

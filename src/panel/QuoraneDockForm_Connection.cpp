@@ -123,6 +123,8 @@ void TfrmQuoraneMain::actRefreshExecute() {
 }
 
 void TfrmQuoraneMain::actLogoffExecute() {
+    // A name being typed would ask the session that has ended for a lock.
+    trvRequirements->EndEdit(true);
     CurrentSession().Logout();
     HideForm();
     if (const std::shared_ptr<IHostTabFrame> tab = FTabFrame) tab->Close();

@@ -140,17 +140,20 @@ void TfrmQuoraneMain::actRenameReqExecute() {
     if (IsRequirementSelected()) trvRequirements->Selected()->EditText();
 }
 
-void TfrmQuoraneMain::trvRequirementsEditing(TTreeNode& node, bool& allow) {
+void TfrmQuoraneMain::trvRequirementsEditing(TTreeNode& node, std::string& text, bool& allow) {
     GuardServerCalls([&] {
         allow = false;
         if (node.Level() < 2) return;
         FHelpers.LockCurrentRequirement();
         // Empty after a lost connection, whose recovery has rebuilt the tree.
-        allow = FHelpers.CurrentRequirement != nullptr;
+        if (!FHelpers.CurrentRequirement) return;
+        // The label may show numbers too.
+        text = Utf8(FHelpers.CurrentRequirement->Get_Name());
+        allow = true;
     });
 }
 
-void TfrmQuoraneMain::trvRequirementsEdited(const std::string& text) {
+void TfrmQuoraneMain::trvRequirementsEdited(const TTreeNode& node, std::string& text) {
     GuardServerCalls([&] {
         if (text.empty()) throw Exception(SRequirementNameEmpty);
         // The lock may be gone since the editor opened.
@@ -158,6 +161,7 @@ void TfrmQuoraneMain::trvRequirementsEdited(const std::string& text) {
         fraDetails->edtRequirementName->SetText(text);
         if (const Handle<IRequirement> requirement = FHelpers.CurrentRequirement)
             requirement->Set_Name(Wide(text));
+        text = Utf8(FHelpers.GetProperNodeText(*RequirementContainer(&node).Node, Wide(text)));
     });
 }
 

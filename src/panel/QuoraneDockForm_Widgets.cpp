@@ -124,10 +124,12 @@ void TfrmQuoraneMain::BindHandlers() {
     trvRequirements->OnChanging = [this](TTreeNode*, bool&) { trvRequirementsChanging(); };
     trvRequirements->OnChange = [this](TTreeNode* node) { trvRequirementsChange(node); };
     trvRequirements->OnExpanding = [this](TTreeNode& node, bool&) { trvRequirementsExpanding(node); };
-    trvRequirements->OnEditing = [this](TTreeNode& node, bool& allow) {
-        trvRequirementsEditing(node, allow);
+    trvRequirements->OnEditing = [this](TTreeNode& node, std::string& text, bool& allow) {
+        trvRequirementsEditing(node, text, allow);
     };
-    trvRequirements->OnEdited = [this](TTreeNode&, std::string& text) { trvRequirementsEdited(text); };
+    trvRequirements->OnEdited = [this](TTreeNode& node, std::string& text) {
+        trvRequirementsEdited(node, text);
+    };
     trvRequirements->OnKeyDown = [this](TKey key, TShiftState, bool& handled) {
         trvRequirementsKeyDown(key, handled);
     };

@@ -40,6 +40,8 @@ public:
                             const Quorane_TLB::Handle<Quorane_TLB::IRequirementTreeNode>& node);
     // The label: name, for a requirement with the numbers that are switched on.
     std::u16string GetProperNodeText(Quorane_TLB::ITreeNode& node) const;
+    // Of a node that goes by another name than the server knows.
+    std::u16string GetProperNodeText(Quorane_TLB::ITreeNode& node, const std::u16string& name) const;
     // Keeps the picture when the SDK fails to tell the node's state.
     void UpdateStateImage(TTreeNode& viewNode, Quorane_TLB::IRequirementTreeNode& node);
     void UpdateCurrentRequirementStateImage() override;

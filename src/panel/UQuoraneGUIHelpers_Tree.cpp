@@ -66,11 +66,15 @@ void TQuoraneGUIHelpers::AddRequirementNode(TTreeNode& parent, const Handle<IReq
 }
 
 std::u16string TQuoraneGUIHelpers::GetProperNodeText(ITreeNode& node) const {
-    if (!ShowHierarchicalNumbers && !ShowSerialNumbers) return node.Get_Name();
-    if (node.Get_IsRequirement() == WordFalse) return node.Get_Name();
+    return GetProperNodeText(node, node.Get_Name());
+}
+
+std::u16string TQuoraneGUIHelpers::GetProperNodeText(ITreeNode& node, const std::u16string& name) const {
+    if (!ShowHierarchicalNumbers && !ShowSerialNumbers) return name;
+    if (node.Get_IsRequirement() == WordFalse) return name;
     std::u16string text;
     if (ShowHierarchicalNumbers) text = node.Get_HierarchicalNumber() + u" ";
-    text += node.Get_Name();
+    text += name;
     if (ShowSerialNumbers) text += u" - " + node.Get_SerialNumber();
     return text;
 }

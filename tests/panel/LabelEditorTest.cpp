@@ -94,6 +94,28 @@ TEST_F(TLabelEditor, ADeletionWhileTypingTakesTheRequirementAway) {
     EXPECT_NE(SelectedText(), "Filter");
 }
 
+TEST_F(TLabelEditor, ALogoffWhileTypingStaysLoggedOff) {
+    TypeInTheTree("Filter");
+    Panel().actLogoff->Execute();
+    TActor::Settle();
+    EXPECT_FALSE(QuoraneSession->IsLoggedIn());
+    EXPECT_TRUE(Dialogs.TakeMessages().empty());
+    EXPECT_EQ(NameOnServer(FNumber), FilterReadings.back());
+}
+
+TEST_F(TLabelEditor, NumbersInTheLabelStayOutOfTheName) {
+    User->Click("btnHierarchicalNumbers");
+    User->Click("btnSerialNumbers");
+    const std::string label = SelectedText();
+    User->Key("trvRequirements", Qt::Key_F2);
+    auto* editor = Tree().findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->text().toStdString(), FilterReadings.back());
+    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_EQ(NameEdit().Text(), FilterReadings.back());
+    EXPECT_EQ(SelectedText(), label);
+}
+
 TEST_F(TLabelEditor, ASaveWithAnEmptiedNameIsToldAndKeepsTheOldOne) {
     TypeInTheTree("");
     Panel().actSave->Execute();

@@ -59,10 +59,10 @@ TEST_F(TreeInput, EscapeLeavesTheTextAndTellsNobody) {
 }
 
 TEST_F(TreeInput, EditingThatIsRefusedOrFailsDoesNotBegin) {
-    Trv.OnEditing = [](TTreeNode&, bool& allow) { allow = false; };
+    Trv.OnEditing = [](TTreeNode&, std::string&, bool& allow) { allow = false; };
     Trv.Item(1)->EditText();
     EXPECT_FALSE(Trv.IsEditing());
-    Trv.OnEditing = [](TTreeNode&, bool&) { throw Exception("locked by Ben"); };
+    Trv.OnEditing = [](TTreeNode&, std::string&, bool&) { throw Exception("locked by Ben"); };
     Trv.Item(1)->EditText();
     EXPECT_FALSE(Trv.IsEditing());
     EXPECT_THAT(Dialogs.Errors(), ElementsAre("locked by Ben"));

@@ -129,12 +129,13 @@ TPoint TTreeView::KeyboardMenuPoint() const {
 void TTreeView::BeginEdit(TTreeNode& node) {
     EndEdit(false);
     const TNodeWatch watch(&node);
+    std::string text = node.Text();
     bool allow = true;
-    if (!Fire(OnEditing, node, allow) || !allow || !watch.Node()) return;
+    if (!Fire(OnEditing, node, text, allow) || !allow || !watch.Node()) return;
     node.MakeVisible();
     if (!watch.Node()) return;
     FEdited = &node;
-    FEditor = new QLineEdit(node.FText, viewport());
+    FEditor = new QLineEdit(ToQt(text), viewport());
     FEditor->setObjectName(objectName() + QStringLiteral("Editor"));
     FEditor->setAccessibleName(QStringLiteral("Name"));
     FEditor->installEventFilter(this);

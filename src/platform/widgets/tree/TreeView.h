@@ -35,8 +35,9 @@ public:
     // gets selected. The handler may add and delete the node's children. Clearing
     // allow keeps it closed; an exception does not.
     TEvent<TTreeNode&, bool&> OnExpanding;
-    // Before the editor opens. Clearing allow, or an exception, keeps it closed.
-    TEvent<TTreeNode&, bool&> OnEditing;
+    // Before the editor opens with the text, at first the node's. Clearing allow, or an
+    // exception, keeps it closed.
+    TEvent<TTreeNode&, std::string&, bool&> OnEditing;
     // The user has finished the text. What the handler leaves in it becomes the
     // node's text; after an exception the node keeps the old one.
     TEvent<TTreeNode&, std::string&> OnEdited;
