@@ -44,10 +44,15 @@ function(quorane_test folder)
     target_link_libraries(${name} PRIVATE quorane_options ${ARGN} GTest::gmock GTest::gtest)
     # A list in the property ENVIRONMENT does not survive the discovery before the test.
     set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "env;${QUORANE_TEST_ENVIRONMENT}")
+    # The HTML engine works in processes of its own beside the test's.
+    set(processors 1)
+    if("quorane_engine" IN_LIST ARGN)
+        set(processors 2)
+    endif()
     gtest_discover_tests(${name}
         TEST_PREFIX "${folder}." NO_PRETTY_VALUES
         DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 300)
+        PROPERTIES TIMEOUT 300 PROCESSORS ${processors})
 endfunction()
 
 set(QUORANE_TEST_ENVIRONMENT
