@@ -160,7 +160,7 @@ TEST_F(EditingTest, OwnerReferencesAndResponsibilitiesAreKept) {
                              "Responsibilities:  > Developers: Ann Miller, Ben Ortega; ");
 }
 
-TEST_F(EditingTest, AKeyReferenceProtectsTheDescription) {
+TEST_F(EditingTest, AKeyReferenceProtectsTheDescriptionUntilItIsRemoved) {
     SaveTwo([](Save& request) {
         auto& reference = *request.mutable_references()->add_references();
         reference.set_is_key(true);
@@ -172,6 +172,11 @@ TEST_F(EditingTest, AKeyReferenceProtectsTheDescription) {
     });
     EXPECT_EQ(FAnn.Read(Id("Two")).description(), "<p>About Two</p>");
     EXPECT_EQ(FAnn.Read(Id("Two")).name(), "Changed");
+    SaveTwo([](Save& request) {
+        request.mutable_references();
+        request.set_description("<p>Typed</p>");
+    });
+    EXPECT_EQ(FAnn.Read(Id("Two")).description(), "<p>Typed</p>");
 }
 
 TEST_F(EditingTest, ASaveOfAnOldSnapshotIsRefused) {

@@ -28,6 +28,10 @@ Value Chosen(int index) {
     return index < 0 ? Value(Selection()) : Value(Selection{{index}});
 }
 
+bool HaveKey(const std::vector<DocumentReference>& references) {
+    return std::ranges::any_of(references, &DocumentReference::IsKey);
+}
+
 } // namespace
 
 const RequirementType& Editing::Type(ObjectId typeId) {
@@ -110,7 +114,6 @@ struct Editing::Draft {
     void Note(const std::string& attribute, HistoryValue before, HistoryValue after) {
         Changes.push_back({attribute, std::move(before), std::move(after)});
     }
-    bool HasKeyReference() const { return std::ranges::any_of(References, &DocumentReference::IsKey); }
 };
 
 Editing::Draft Editing::ReadDraft(const TreePlace& place) {
@@ -154,9 +157,12 @@ void Editing::ApplyTexts(Draft& draft, const RequirementChange& change) {
         draft.Note("Name", draft.Version.Name, *change.Name);
         draft.Version.Name = *change.Name;
     }
-    // With a key reference a client shows, and sends back, the reference's text in
-    // place of the description; the description stays what it was.
-    if (change.Description && !draft.HasKeyReference()) {
+    // Under a key reference a client shows, and sends back, the reference's text in
+    // place of the description, which stays what it was. Once the key is taken away it
+    // shows the description again, and what is typed then comes with the same save.
+    const bool staysKeyed =
+        HaveKey(draft.References) && HaveKey(change.References.value_or(draft.References));
+    if (change.Description && !staysKeyed) {
         const std::string description = CleanDescription(*change.Description);
         if (!SameMarkup(description, draft.Text.Description)) {
             draft.Note("Description", draft.Text.Description, description);
