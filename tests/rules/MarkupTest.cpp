@@ -59,6 +59,13 @@ INSTANTIATE_TEST_SUITE_P(
            MarkupCase{"UnknownElement", "x <blink>y</blink>", "x y"},
            MarkupCase{"ElementsOfAnotherNamespace",
                       "<p>x<o:p></o:p></p><p><o:p>y</o:p></p><u1:script>z</u1:script>", "<p>x</p><p>y</p>z"},
+           MarkupCase{"TextOfWhatIsNotKept",
+                      "<object data=o><param name=a>a<div>b</div></object><noscript>c</noscript><map name=m>"
+                      "<area href=x>d</map><math><mi>e</mi><annotation>no</annotation></math><svg><title>no"
+                      "</title><desc>no</desc><text>f</text></svg><applet>g</applet><plaintext>h",
+                      "a<div>b</div>cdefgh"},
+           MarkupCase{"BlockInWhatIsNotKept", "<p>a<object><div>b</div></object>c</p>",
+                      "<p>a</p><div>b</div>c"},
            MarkupCase{"TextBehindTheDocument", "<html><body><p>x</p></body></html>tail",
                       "<html><head></head><body><p>x</p><p>tail</p></body></html>"},
            MarkupCase{"Style", "<p style=\"COLOR:Red;text-align: center; position:fixed\">x</p>",

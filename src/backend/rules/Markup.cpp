@@ -106,6 +106,7 @@ public:
     }
 
     std::string Take() { return std::move(FText); }
+    bool Unwrapped() const { return FUnwrapped; }
     void Write(std::string_view text) { FText += text; }
 
 private:
@@ -133,6 +134,7 @@ private:
         const std::string_view name = View(element.name);
         const ElementRule rule = RuleOfElement(name);
         if (rule == ElementRule::Drop) return;
+        FUnwrapped |= rule == ElementRule::Unwrap;
         if (rule == ElementRule::Unwrap || name == "body") return Content(element);
         StartTag(element);
         if (IsEmptyElement(name)) return Write(" />");
@@ -213,6 +215,7 @@ private:
     }
 
     std::string FText;
+    bool FUnwrapped = false;
 };
 
 const xmlNode* FindBody(const xmlNode& root) {
@@ -222,20 +225,15 @@ const xmlNode* FindBody(const xmlNode& root) {
     return child;
 }
 
-} // namespace
-
-std::string CleanMarkup(std::string_view html) {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
-    if (html.starts_with(mark)) html.remove_prefix(mark.size());
-    if (Trimmed(html).empty()) return {};
+CleanWriter Cleaned(std::string_view html) {
     const bool whole = IsWhole(html);
     const Document document = Parse((whole ? "" : "<html><body>") + std::string(html));
     const xmlNode* root = xmlDocGetRootElement(document.get());
     CleanWriter writer;
-    if (!root) return {};
+    if (!root) return writer;
     if (!whole) {
         writer.Content(*root);
-        return writer.Take();
+        return writer;
     }
     writer.Write("<html><head></head>");
     if (const xmlNode* body = FindBody(*root))
@@ -245,7 +243,18 @@ std::string CleanMarkup(std::string_view html) {
     writer.Write(">");
     writer.Content(*root);
     writer.Write("</body></html>");
-    return writer.Take();
+    return writer;
+}
+
+} // namespace
+
+std::string CleanMarkup(std::string_view html) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    if (html.starts_with(mark)) html.remove_prefix(mark.size());
+    if (Trimmed(html).empty()) return {};
+    CleanWriter writer = Cleaned(html);
+    // What stood apart in an element that is gone may not nest without it.
+    return writer.Unwrapped() ? Cleaned(writer.Take()).Take() : writer.Take();
 }
 
 std::string_view BodyOf(std::string_view html) {

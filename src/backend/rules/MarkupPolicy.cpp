@@ -22,11 +22,12 @@ constexpr std::array<std::string_view, 74> Kept = {
     "td",         "tfoot",      "th",      "thead",   "time",    "tr",     "tt",   "u",     "ul",
     "var",        "wbr"};
 
-constexpr std::array<std::string_view, 28> Dropped = {
-    "applet",    "area",     "audio",   "base",     "bgsound",  "canvas", "embed",
-    "frame",     "frameset", "head",    "iframe",   "isindex",  "link",   "map",
-    "math",      "meta",     "noembed", "noframes", "noscript", "object", "param",
-    "plaintext", "script",   "style",   "svg",      "template", "title",  "video"};
+// What shows no text of its own, or none once its frame or film is gone.
+constexpr std::array<std::string_view, 25> Dropped = {
+    "annotation", "annotation-xml", "area",     "audio",    "base",     "bgsound", "canvas",
+    "desc",       "embed",          "frame",    "frameset", "head",     "iframe",  "isindex",
+    "link",       "meta",           "metadata", "noembed",  "noframes", "param",   "script",
+    "style",      "template",       "title",    "video"};
 
 constexpr std::array<std::string_view, 5> Empty = {"br", "col", "hr", "img", "wbr"};
 
