@@ -1,6 +1,7 @@
 // How often the engine and the server are asked while the user works in a description.
 #include "DescriptionStage.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <cstdio>
@@ -66,11 +67,38 @@ void CountActions(TLimits& limits) {
                       static_cast<double>(stage.Panel().Server->Calls.RoundTrips()), ""});
 }
 
+// A table of 100 by 100, from the dialog's OK until the bar has taken the text in.
+void InsertTable(TLimits& limits) {
+    TDescriptionStage stage;
+    stage.Write(0, TextOfSize(2'000));
+    stage.Select(0);
+    stage.Page().window()->activateWindow();
+    QTest::mouseClick(&stage.Page(), Qt::LeftButton, {}, QPoint(60, 18));
+    TDescriptionStage::WaitUntil("the bar", [&] { return stage.Bar().btnInsertTable->Enabled(); });
+    TActor& user = *stage.Panel().User;
+    QElapsedTimer clock;
+    std::int64_t before = 0;
+    user.WhenModal([&](TForm& form) {
+        TActor filler(form.Widget());
+        for (const char* name : {"edtRows", "edtColumns"})
+            filler.Type(name, "100");
+        before = stage.EngineCalls();
+        clock.start();
+        filler.Click("btnOk");
+    });
+    user.Click("btnInsertTable");
+    const auto milliseconds = static_cast<double>(clock.elapsed());
+    limits.push_back(
+        {"engine calls: table of 10,000 cells", 10, static_cast<double>(stage.EngineCalls() - before), ""});
+    limits.push_back({"insert a table of 10,000 cells", 1'000, milliseconds, "ms"});
+}
+
 } // namespace
 
 TLimits MeasureCalls() {
     TLimits limits;
     CountActions(limits);
+    InsertTable(limits);
     // One after the other, since there is one panel at a time.
     const auto took = [](int terms) {
         TDescriptionStage stage(terms);

@@ -75,6 +75,8 @@ public:
     virtual THtmlHandle<IHTMLElement> item(std::int32_t index) = 0;
 };
 
+// What is put into a table is sent with the next call that reads, or when the program
+// comes back to its loop; a failure comes then.
 class IHTMLTableCell : public virtual IHtmlObject {
 public:
     ~IHTMLTableCell() override;

@@ -97,13 +97,20 @@ TEST_F(TDescriptionTable, OfTenThousandCellsIsSavedAndReadBack) {
 }
 
 TEST_F(TDescriptionTable, OfNothingAndInsideACell) {
-    Show("<p>text</p>");
-    ClickIntoText();
-    PressTable([](TActor& user, TfrmTableProperties&) {
-        user.Type("edtColumns", "0");
-        user.Click("btnOk");
-    });
-    EXPECT_THAT(Html(), HasSubstr("<tr></tr><tr></tr>"));
+    for (const auto& [edit, rows] : {std::pair("edtColumns", "><tbody><tr></tr><tr></tr></tbody></table>"),
+                                     std::pair("edtRows", "></table>")}) {
+        Show("<p>text</p>");
+        ClickIntoText();
+        PressTable([edit](TActor& user, TfrmTableProperties&) {
+            user.Type(edit, "0");
+            user.Click("btnOk");
+        });
+        EXPECT_THAT(Html(), HasSubstr(rows));
+        ASSERT_TRUE(WaitForLock());
+        TActor::Settle();
+        User->Click("btnSave");
+        EXPECT_THAT(DescriptionOnServer(SelectedNumber()), HasSubstr("text")) << edit;
+    }
     Show("<table><tbody><tr><td>cell</td></tr></tbody></table>");
     QTest::mouseClick(&Page(), Qt::LeftButton, {}, QPoint(14, 20));
     PressTable([](TActor& user, TfrmTableProperties&) { user.Click("btnCancel"); });

@@ -35,6 +35,11 @@ QString ToJson(const QJsonObject& object) {
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
+// Empty for a text that is no object.
+QJsonObject Parse(const QString& json) {
+    return QJsonDocument::fromJson(json.toUtf8()).object();
+}
+
 QString ChannelScript() {
     QFile file(QStringLiteral(":/qtwebchannel/qwebchannel.js"));
     if (!file.open(QIODevice::ReadOnly)) Fail(QStringLiteral("The engine's channel is missing."));
@@ -68,7 +73,7 @@ void TFileGuard::interceptRequest(QWebEngineUrlRequestInfo& info) {
 }
 
 void TEngineHost::Post(const QString& json) {
-    if (OnPost) OnPost(QJsonDocument::fromJson(json.toUtf8()).object());
+    if (OnPost) OnPost(Parse(json));
 }
 
 TEnginePage::TEnginePage(QWebEngineProfile& profile)
@@ -181,6 +186,7 @@ void TEnginePage::LeaveDocument() {
     ++FGeneration;
     FReady = false;
     FHung = false;
+    FPosted = {};
     FReleased = {};
     ForgetSelection();
     if (FWakeCaller) FWakeCaller();
@@ -275,11 +281,15 @@ bool TEnginePage::ControlSelected() {
     return Selection()[QStringLiteral("type")] == QStringLiteral("Control");
 }
 
-// The script of the call, with which goes what was released.
-QString TEnginePage::TakeScript(const TEngineCall& call) {
+void TEnginePage::CheckReady() const {
     if (!FReady) Fail(QStringLiteral("The document is not loaded."));
     if (FHung) Fail(QStringLiteral("The HTML engine does not answer."));
-    const QJsonObject request{{QStringLiteral("release"), std::exchange(FReleased, {})},
+}
+
+// The script of the call, with which goes what was posted and released before.
+QString TEnginePage::TakeScript(const TEngineCall& call) {
+    const QJsonObject request{{QStringLiteral("posted"), std::exchange(FPosted, {})},
+                              {QStringLiteral("release"), std::exchange(FReleased, {})},
                               {QStringLiteral("operation"), call.Operation},
                               {QStringLiteral("on"), call.On},
                               {QStringLiteral("arguments"), call.Arguments},
@@ -287,21 +297,34 @@ QString TEnginePage::TakeScript(const TEngineCall& call) {
     return QStringLiteral("quoraneCall(%1)").arg(ToJson(request));
 }
 
-void TEnginePage::Post(const TEngineCall& call) {
-    const QString script = TakeScript(call);
-    ++FCalls;
+void TEnginePage::Post(const QString& operation, int on, const QJsonArray& arguments, int made) {
+    CheckReady();
     ForgetSelection();
-    runJavaScript(script, AgentWorld);
+    if (FPosted.isEmpty())
+        QMetaObject::invokeMethod(
+            this, [this] { SendPosted(); }, Qt::QueuedConnection);
+    FPosted.append(QJsonArray{operation, on, arguments, made});
+}
+
+void TEnginePage::SendPosted() {
+    if (FPosted.isEmpty()) return;
+    ++FCalls;
+    runJavaScript(TakeScript({}), AgentWorld, [this](const QVariant& answer) {
+        const QJsonValue failure = Parse(answer.toString())[QStringLiteral("failure")];
+        if (!failure.isString()) return;
+        Queue([text = failure.toString()] { Application().Dispatch(nullptr, [&] { Fail(text); }); });
+    });
 }
 
 QJsonValue TEnginePage::Call(const TEngineCall& call) {
+    CheckReady();
     const QString script = TakeScript(call);
     const int generation = FGeneration;
     const QString answer = RunAndWait(script);
     if (!call.Reads) ForgetSelection();
     if (generation != FGeneration) Fail(QStringLiteral("The document went away during a call."));
     if (answer.isEmpty()) Fail(QStringLiteral("The HTML engine does not answer."));
-    const QJsonObject result = QJsonDocument::fromJson(answer.toUtf8()).object();
+    const QJsonObject result = Parse(answer);
     if (const QJsonValue failure = result[QStringLiteral("failure")]; failure.isString())
         Fail(failure.toString());
     return result[QStringLiteral("value")];

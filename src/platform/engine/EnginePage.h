@@ -57,7 +57,7 @@ struct TEngineCall {
     int On = 0;
     QJsonArray Arguments;
     // Moves of a range that come before the operation.
-    QJsonArray Moves;
+    QJsonArray Moves = {};
     // Neither document nor selection is different afterwards.
     bool Reads = false;
 };
@@ -85,16 +85,20 @@ public:
     // time, the engine's process dies or another document is loaded meanwhile. After a
     // call without an answer the next ones fail at once until the engine comes round.
     QJsonValue Call(const TEngineCall& call);
-    // The same without waiting, for an operation that has no answer and cannot fail:
-    // every later call finds it done.
-    void Post(const TEngineCall& call);
+    // Has an operation done without waiting: right before the next call, or when the
+    // program comes back to its loop. If it fails, that call raises the failure and does
+    // nothing else; without a call the failure ends in the standard error box. made is
+    // the number for the object that the operation makes, 0 if it makes none.
+    void Post(const QString& operation, int on, const QJsonArray& arguments, int made = 0);
+    // For an object that a posted operation makes.
+    int NewNumber() { return FLastNumber += 2; }
     // The kind of the selection and the state of the formatting commands on it: asked
     // for once, and again after news or a call that may have changed it.
     const QJsonObject& Selection();
     // Whether a control is selected. Needs no call in the handler of a mouse move, which
     // brings the answer with it.
     bool ControlSelected();
-    // How many operations were run.
+    // How often the engine's process was asked for something.
     std::int64_t Calls() const { return FCalls; }
     void SetLimits(const TEngineLimits& limits) { FLimits = limits; }
     // The object is no longer needed; told with the next call.
@@ -131,7 +135,9 @@ private:
     void Queue(std::function<void()> news);
     void DeliverLater();
     void DeliverNews();
+    void CheckReady() const;
     QString TakeScript(const TEngineCall& call);
+    void SendPosted();
     QString RunAndWait(const QString& script);
 
     TFileGuard* FGuard;
@@ -142,6 +148,7 @@ private:
     TEngineLimits FLimits;
     QTimer FLoadLimit;
     std::vector<std::function<void()>> FNews;
+    QJsonArray FPosted;
     QJsonArray FReleased;
     std::optional<QJsonObject> FSelection;
     // The newest move of the mouse that waits to be told.
@@ -150,6 +157,8 @@ private:
     std::function<void()> FWakeCaller;
     std::int64_t FCalls = 0;
     int FGeneration = 0;
+    // Odd ones; the agent gives the even ones.
+    int FLastNumber = -1;
     int FLoads = 0;
     int FAttempts = 0;
     int FCallDepth = 0;

@@ -47,9 +47,9 @@ private:
 
 class TElement : public IHTMLElement {
 public:
-    TElement(TEnginePage& page, const QJsonValue& answer)
-        : FObject(std::make_shared<TPageObject>(page, NumberOf(answer)))
-        , FTag(answer[QLatin1String("tag")].toString().toStdU16String()) {}
+    TElement(TEnginePage& page, int number, std::u16string tag)
+        : FObject(std::make_shared<TPageObject>(page, number))
+        , FTag(std::move(tag)) {}
 
     std::u16string get_tagName() override { return FTag; }
     std::u16string get_outerHTML() override { return FObject->Read("outerHTML").toString().toStdU16String(); }
@@ -69,12 +69,12 @@ public:
     THtmlHandle<IHTMLStyle> get_style() override { return std::make_shared<TStyle>(FObject); }
 
 protected:
-    // Of a name that is known to be one. Large tables have many cells to set.
     void Set(const QString& name, const THtmlValue& value) {
         FObject->Post("setAttribute", {name, ToJson(value)});
     }
-    QJsonValue Insert(const char* operation, std::int32_t index) { return FObject->Call(operation, {index}); }
-    TEnginePage& Page() const { return FObject->Page(); }
+    template<class Part> std::shared_ptr<Part> Insert(const char* operation, int index, const char16_t* tag) {
+        return std::make_shared<Part>(FObject->Page(), FObject->Make(operation, {index}), tag);
+    }
 
 private:
     std::shared_ptr<TPageObject> FObject;
@@ -91,7 +91,7 @@ class TTableRow : public TElement, public IHTMLTableRow {
 public:
     using TElement::TElement;
     THtmlHandle<IHTMLTableCell> insertCell(std::int32_t index) override {
-        return std::make_shared<TTableCell>(Page(), Insert("insertCell", index));
+        return Insert<TTableCell>("insertCell", index, u"TD");
     }
 };
 
@@ -99,7 +99,7 @@ class TTable : public TElement, public IHTMLTable {
 public:
     using TElement::TElement;
     THtmlHandle<IHTMLTableRow> insertRow(std::int32_t index) override {
-        return std::make_shared<TTableRow>(Page(), Insert("insertRow", index));
+        return Insert<TTableRow>("insertRow", index, u"TR");
     }
     void put_border(const THtmlValue& border) override { Set(QStringLiteral("border"), border); }
     void put_borderColor(const THtmlValue& color) override { Set(QStringLiteral("bordercolor"), color); }
@@ -233,7 +233,13 @@ QJsonValue TPageObject::Call(const char* operation, const QJsonArray& arguments)
 }
 
 void TPageObject::Post(const char* operation, const QJsonArray& arguments) const {
-    Page().Post({QString::fromLatin1(operation), FNumber, arguments, std::exchange(FMoves, {})});
+    Page().Post(QString::fromLatin1(operation), FNumber, arguments);
+}
+
+int TPageObject::Make(const char* operation, const QJsonArray& arguments) const {
+    const int made = Page().NewNumber();
+    Page().Post(QString::fromLatin1(operation), FNumber, arguments, made);
+    return made;
 }
 
 QJsonValue TPageObject::Read(const char* operation, const QJsonArray& arguments) const {
@@ -242,12 +248,12 @@ QJsonValue TPageObject::Read(const char* operation, const QJsonArray& arguments)
 
 THtmlHandle<IHTMLElement> MakeElement(TEnginePage& page, const QJsonValue& answer) {
     if (answer.isNull()) return nullptr;
-    const QString tag = answer[QLatin1String("tag")].toString();
-    if (tag == QStringLiteral("TABLE")) return std::make_shared<TTable>(page, answer);
-    if (tag == QStringLiteral("TR")) return std::make_shared<TTableRow>(page, answer);
-    if (tag == QStringLiteral("TD") || tag == QStringLiteral("TH"))
-        return std::make_shared<TTableCell>(page, answer);
-    return std::make_shared<TElement>(page, answer);
+    const int number = NumberOf(answer);
+    const std::u16string tag = answer[QLatin1String("tag")].toString().toStdU16String();
+    if (tag == u"TABLE") return std::make_shared<TTable>(page, number, tag);
+    if (tag == u"TR") return std::make_shared<TTableRow>(page, number, tag);
+    if (tag == u"TD" || tag == u"TH") return std::make_shared<TTableCell>(page, number, tag);
+    return std::make_shared<TElement>(page, number, tag);
 }
 
 THtmlHandle<IHTMLRange> MakeRange(TEnginePage& page) {

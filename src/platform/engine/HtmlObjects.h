@@ -23,8 +23,10 @@ public:
     TPageObject& operator=(const TPageObject&) = delete;
 
     QJsonValue Call(const char* operation, const QJsonArray& arguments = {}) const;
-    // Without waiting: for an operation that has no answer and cannot fail.
+    // Without waiting; a failure comes with a later call.
     void Post(const char* operation, const QJsonArray& arguments = {}) const;
+    // The same for an operation that makes an object; gives its number.
+    int Make(const char* operation, const QJsonArray& arguments) const;
     // For an operation that changes neither document nor selection.
     QJsonValue Read(const char* operation, const QJsonArray& arguments = {}) const;
     // Does a move of a range before the next call.

@@ -2,8 +2,9 @@
 // document cannot see it, and the document's own scripts never run.
 //
 // call() takes one operation as JSON and gives its answer as JSON. Objects that the
-// other side keeps stand in a table under a number, written {"$": number}. A call on
-// one of the two numbers of the selection makes a range of it first; its value comes in
+// other side keeps stand in a table under a number, written {"$": number}: an even one
+// that is given here, or an odd one that the other side has chosen. A call on one of the
+// two numbers of the selection makes a range of it first; its value comes in
 // {"$": number of the range, "value": value}.
 (function () {
     'use strict';
@@ -26,7 +27,8 @@
     let selectionTold = false;
 
     function keep(object) {
-        objects.set(++lastNumber, object);
+        lastNumber += 2;
+        objects.set(lastNumber, object);
         return { $: lastNumber };
     }
 
@@ -34,7 +36,9 @@
         return element ? Object.assign(keep(element), { tag: element.tagName.toUpperCase() }) : null;
     }
 
+    // The document itself has no object.
     function find(number) {
+        if (number === 0) return null;
         if (!objects.has(number)) throw new Error('The object is gone.');
         return objects.get(number);
     }
@@ -329,21 +333,39 @@
             element.style.setProperty(styleName(name), value === null ? '' : String(value));
         },
         children: (element) => Array.from(element.children, keepElement),
-        insertRow: (table, index) => keepElement(table.insertRow(index)),
-        insertCell: (row, index) => keepElement(row.insertCell(index)),
+        insertRow: (table, index) => table.insertRow(index),
+        insertCell: (row, index) => row.insertCell(index),
     };
+
+    // Does what the other side did not wait for. A failure stops none of the rest, but
+    // fails the call that comes after it.
+    function catchUp(posted) {
+        let failed = null;
+        for (const [operation, on, values, made] of posted) {
+            try {
+                const result = operations[operation](find(on), ...values);
+                if (made) objects.set(made, result);
+            } catch (failure) {
+                failed = failed || failure;
+            }
+        }
+        if (failed) throw failed;
+    }
 
     function call(request) {
         try {
-            for (const number of request.release) objects.delete(number);
+            catchUp(request.posted);
+            if (!request.operation) return '{}';
             const made = request.on < 0 ? rangeOfSelection(request.on) : null;
-            const object = made || (request.on ? find(request.on) : null);
+            const object = made || find(request.on);
             if (request.moves.length > 0) applyMoves(object, request.moves);
             const result = operations[request.operation](object, ...request.arguments);
             const value = result === undefined ? null : result;
             return JSON.stringify({ value: made ? Object.assign(keep(made), { value: value }) : value });
         } catch (failure) {
             return JSON.stringify({ failure: failure.message });
+        } finally {
+            for (const number of request.release) objects.delete(number);
         }
     }
 
