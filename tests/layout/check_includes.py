@@ -19,6 +19,7 @@ BINDING = "server/tlb"
 # What each folder may include besides itself: folders, or single headers.
 ALLOWED = {
     "contracts": set(),
+    "markup": set(),
     "server": {BINDING, "contracts", WIDGETS},
     BINDING: {"contracts"},
     "frames": {"server", BINDING, "contracts", WIDGETS},
@@ -30,11 +31,11 @@ ALLOWED = {
     "ide": {"panel", "frames", "server", BINDING, "contracts", WIDGETS},
     WIDGETS: {"contracts"},
     "platform/engine": {"contracts", WIDGETS},
-    "platform/sdk": {BINDING, "contracts"},
+    "platform/sdk": {BINDING, "contracts", "markup"},
     "platform/comments": {BINDING, "contracts", "ide/Vantrel_Quorane_Tracing_TLB.h"},
     "platform/system": {"contracts"},
     "backend/store": set(),
-    "backend/rules": {"backend/store"},
+    "backend/rules": {"backend/store", "markup"},
     "backend/service": {"backend/rules", "backend/store"},
     "backend/exchange": {"backend/service", "backend/rules", "backend/store"},
     "hosts/studio": {"contracts", WIDGETS, "platform/engine", "platform/system"},
@@ -51,6 +52,7 @@ FOREIGN = {
         re.compile(r"(grpc|grpcpp|absl|google/protobuf)/|.*\.pb\.h$"),
         ("platform/sdk", "backend/service", "apps"),
     ),
+    "XML": (re.compile(r"libxml/"), ("markup",)),
     "SQL": (re.compile(r"(.*/)?(sqlite3(ext)?|libpq-fe)\.h$"), ("backend/store",)),
 }
 

@@ -2,17 +2,17 @@
 
 #include "backend/rules/MarkupPolicy.h"
 #include "backend/rules/Refusal.h"
-
-#include <libxml/HTMLparser.h>
-#include <libxml/SAX2.h>
-
-#include <algorithm>
-#include <array>
-#include <memory>
+#include "markup/HtmlWriter.h"
 
 namespace Backend {
 
 namespace {
+
+using Markup::FindAttribute;
+using Markup::FindTag;
+using Markup::HtmlDocument;
+using Markup::ValueOf;
+using Markup::View;
 
 constexpr auto NotWellFormed =
     "The content of elements must consist of well-formed character data or markup.";
@@ -24,9 +24,6 @@ constexpr auto UnknownImage =
 bool IsSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
 }
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 std::string_view Trimmed(std::string_view text) {
     while (!text.empty() && IsSpace(text.front()))
@@ -34,57 +31,6 @@ std::string_view Trimmed(std::string_view text) {
     while (!text.empty() && IsSpace(text.back()))
         text.remove_suffix(1);
     return text;
-}
-
-std::size_t FindTag(std::string_view html, std::string_view tag) {
-    const auto same = [](char a, char b) { return Lower(a) == b; };
-    return static_cast<std::size_t>(std::ranges::search(html, tag, same).begin() - html.begin());
-}
-
-bool IsWhole(std::string_view html) {
-    return FindTag(html, "<body") < html.size() || FindTag(html, "<html") < html.size();
-}
-
-std::string_view View(const xmlChar* text) {
-    return text ? reinterpret_cast<const char*>(text) : std::string_view();
-}
-
-// The faults over which the parser leaves text out or stops.
-void Judge(void* lost, xmlErrorPtr fault) {
-    constexpr std::array<int, 4> losses = {XML_ERR_ATTRIBUTE_NOT_FINISHED, XML_ERR_COMMENT_NOT_FINISHED,
-                                           XML_ERR_GT_REQUIRED, XML_ERR_PI_NOT_FINISHED};
-    if (fault->level == XML_ERR_FATAL || std::ranges::find(losses, fault->code) != losses.end())
-        *static_cast<bool*>(lost) = true;
-}
-
-using Document = std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)>;
-
-// The library takes a prefix off a name, which would make a paragraph of "o:p".
-void StartElement(void* parser, const xmlChar* name, const xmlChar** attributes) {
-    std::string whole(View(name));
-    std::ranges::replace(whole, ':', '-');
-    xmlSAX2StartElement(parser, reinterpret_cast<const xmlChar*>(whole.c_str()), attributes);
-}
-
-// Of a document with a body; mended, but not judged.
-Document Parse(const std::string& html) {
-    using Parser = std::unique_ptr<htmlParserCtxt, decltype(&htmlFreeParserCtxt)>;
-    static const bool ready = (xmlInitParser(), true);
-    const Parser parser(ready ? htmlNewParserCtxt() : nullptr, htmlFreeParserCtxt);
-    if (!parser) throw std::bad_alloc();
-    parser->sax->startElement = StartElement;
-    bool lost = false;
-    // The library keeps the handler for each thread.
-    const auto oldHandler = xmlStructuredError;
-    void* const oldContext = xmlStructuredErrorContext;
-    xmlSetStructuredErrorFunc(&lost, Judge);
-    Document document(htmlCtxtReadMemory(parser.get(), html.data(), static_cast<int>(html.size()), nullptr,
-                                         "UTF-8",
-                                         HTML_PARSE_NODEFDTD | HTML_PARSE_NONET | HTML_PARSE_IGNORE_ENC),
-                      xmlFreeDoc);
-    xmlSetStructuredErrorFunc(oldContext, oldHandler);
-    if (!document || lost) throw MarkupViolation(NotWellFormed);
-    return document;
 }
 
 // Writes what the policy keeps of a document. All that is written is escaped, so it
@@ -112,7 +58,7 @@ public:
 private:
     void Node(const xmlNode& node) {
         if (node.type == XML_TEXT_NODE)
-            Escape(View(node.content), false);
+            Markup::AppendEscaped(FText, View(node.content), false);
         else if (node.type == XML_ELEMENT_NODE)
             Element(node);
     }
@@ -137,7 +83,7 @@ private:
         FUnwrapped |= rule == ElementRule::Unwrap;
         if (rule == ElementRule::Unwrap || name == "body") return Content(element);
         StartTag(element);
-        if (IsEmptyElement(name)) return Write(" />");
+        if (Markup::IsEmptyElement(name)) return Write(" />");
         Write(">");
         if (name == "table")
             Table(element);
@@ -151,7 +97,7 @@ private:
     void Attributes(const xmlNode& element) {
         for (const xmlAttr* attribute = element.properties; attribute; attribute = attribute->next) {
             const std::string_view name = View(attribute->name);
-            const std::string value = ValueOf(element, *attribute);
+            const std::string value = ValueOf(*attribute);
             const bool isLink = name == "href" && View(element.name) == "a";
             if (IsPlainAttribute(View(element.name), name) || (isLink && IsSafeAddress(value)))
                 Attribute(name, value);
@@ -162,8 +108,8 @@ private:
 
     // A picture is named by what is stored and shows nothing else.
     void ImageAttributes(const xmlNode& image) {
-        const auto has = [&](const char* name) { return Find(image, name) != nullptr; };
-        const std::string stored = has("src_original") ? ValueOf(image, *Find(image, "src_original")) : "";
+        const auto has = [&](const char* name) { return FindAttribute(image, name) != nullptr; };
+        const std::string stored = ValueOf(image, "src_original");
         if (has("src") && stored.empty() && has("new"))
             throw RuleViolation("The description has a new picture that was not sent with it. Insert the "
                                 "picture again and save.");
@@ -176,67 +122,30 @@ private:
         Attributes(image);
     }
 
-    static const xmlAttr* Find(const xmlNode& element, std::string_view name) {
-        const xmlAttr* attribute = element.properties;
-        while (attribute && View(attribute->name) != name)
-            attribute = attribute->next;
-        return attribute;
-    }
-
-    static std::string ValueOf(const xmlNode& element, const xmlAttr& attribute) {
-        const std::unique_ptr<xmlChar, xmlFreeFunc> value(
-            xmlNodeListGetString(element.doc, attribute.children, 1), xmlFree);
-        return std::string(View(value.get()));
-    }
-
     void Attribute(std::string_view name, std::string_view value) {
         FText += ' ';
         FText += name;
         FText += "=\"";
-        Escape(value, true);
+        Markup::AppendEscaped(FText, value, true);
         FText += '"';
-    }
-
-    void Escape(std::string_view text, bool quoted) {
-        for (const char c : text) {
-            if (c == '&')
-                FText += "&amp;";
-            else if (c == '<')
-                FText += "&lt;";
-            else if (c == '>')
-                FText += "&gt;";
-            else if (c == '"' && quoted)
-                FText += "&quot;";
-            else if (c == '\r')
-                FText += '\n';
-            else if (static_cast<unsigned char>(c) >= ' ' || c == '\t' || c == '\n')
-                FText += c;
-        }
     }
 
     std::string FText;
     bool FUnwrapped = false;
 };
 
-const xmlNode* FindBody(const xmlNode& root) {
-    const xmlNode* child = root.children;
-    while (child && View(child->name) != "body")
-        child = child->next;
-    return child;
-}
-
 CleanWriter Cleaned(std::string_view html) {
-    const bool whole = IsWhole(html);
-    const Document document = Parse((whole ? "" : "<html><body>") + std::string(html));
-    const xmlNode* root = xmlDocGetRootElement(document.get());
+    const HtmlDocument document(html);
+    if (document.Lost()) throw MarkupViolation(NotWellFormed);
+    const xmlNode* const root = document.Root();
     CleanWriter writer;
     if (!root) return writer;
-    if (!whole) {
+    if (!document.IsWhole()) {
         writer.Content(*root);
         return writer;
     }
     writer.Write("<html><head></head>");
-    if (const xmlNode* body = FindBody(*root))
+    if (const xmlNode* const body = document.Body())
         writer.StartTag(*body);
     else
         writer.Write("<body");

@@ -29,8 +29,6 @@ constexpr std::array<std::string_view, 25> Dropped = {
     "link",       "meta",           "metadata", "noembed",  "noframes", "param",   "script",
     "style",      "template",       "title",    "video"};
 
-constexpr std::array<std::string_view, 5> Empty = {"br", "col", "hr", "img", "wbr"};
-
 constexpr std::array<std::string_view, 43> PlainAttributes = {
     "abbr",        "align",    "alt",     "axis",    "bgcolor", "border",  "bordercolor", "cellpadding",
     "cellspacing", "char",     "charoff", "class",   "clear",   "color",   "cols",        "colspan",
@@ -98,10 +96,6 @@ bool IsSafeStyleProperty(std::string_view property) {
 ElementRule RuleOfElement(std::string_view name) {
     if (Has(Kept, name)) return ElementRule::Keep;
     return Has(Dropped, name) ? ElementRule::Drop : ElementRule::Unwrap;
-}
-
-bool IsEmptyElement(std::string_view name) {
-    return Has(Empty, name);
 }
 
 bool IsPlainAttribute(std::string_view element, std::string_view attribute) {

@@ -15,8 +15,6 @@ enum class ElementRule {
 };
 
 ElementRule RuleOfElement(std::string_view name);
-// Elements that never have content.
-bool IsEmptyElement(std::string_view name);
 
 // Attributes that need no look at their value.
 bool IsPlainAttribute(std::string_view element, std::string_view attribute);
