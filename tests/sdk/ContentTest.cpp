@@ -1,6 +1,7 @@
 #include "sdk/SdkTest.h"
 
 #include "backend/store/Database.h"
+#include "contracts/Pictures.h"
 
 #include <gmock/gmock.h>
 
@@ -263,5 +264,26 @@ TEST_F(TContent, TheHtmlHelperWorksWithoutAServer) {
     const auto helper = CoHTMLHelperFactory::Create()->Create1();
     EXPECT_EQ(helper->htmlToPlainText(u"<p>a</p><p>b</p>"), u"a\r\nb");
     EXPECT_EQ(helper->plainTextToHTML(u"a<b"), u"a&lt;b");
-    EXPECT_THAT(FailureOf([&] { helper->tidy(u""); }), HasSubstr("UnsupportedOperationException"));
+    EXPECT_THAT(FailureOf([&] { helper->tidy(u"<p class=\"x"); }), HasSubstr("Mend it and try again."));
+}
+
+TEST_F(TContent, TheHtmlHelperAndItsStaticsTellOfImages) {
+    const std::u16string hash = u"00ff" + std::u16string(60, u'a');
+    const std::u16string html = u"<img src=\"a.png\" new=\"new\" /><img src=\"" + hash +
+                                u"\" src_original=\"" + hash + u"\" />";
+    const auto helper = CoHTMLHelperFactory::Create()->Create1();
+    const auto statics = CoHTMLHelperStatics::Create();
+    EXPECT_EQ(helper->getImagePaths(html)->Get_Item(Variant(1)).AsText(), hash);
+    EXPECT_EQ(statics->getNewImagePaths(html)->Get_Count(), 1);
+    const auto nodes = helper->getImageNodes(html);
+    EXPECT_EQ(GetByName(nodes, "Count").AsInteger(), 2);
+    EXPECT_EQ(GetByName(nodes, "Item", {0}).AsText(), u"<img src=\"a.png\" new=\"new\" />");
+    const auto ids = helper->getImageIDs(html);
+    ASSERT_EQ(ids->Get_Count(), 1);
+    EXPECT_EQ(Item<IImageID>(ids, 0)->Get_IDNumber(), 0x00ffaaaa >> 1);
+    const std::u16string shown = statics->transformImageTags2(html, u"/tmp/pictures");
+    EXPECT_THAT(Utf8(shown), HasSubstr("src=\"file:///tmp/pictures/00ffaaaa"));
+    EXPECT_EQ(helper->resetImageTags(shown), html);
+    EXPECT_EQ(helper->transformImageTags1(html),
+              helper->transformImageTags2(html, Wide(PictureCacheFolder())));
 }

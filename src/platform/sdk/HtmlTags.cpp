@@ -1,10 +1,10 @@
 #include "platform/sdk/HtmlTags.h"
 
+#include "markup/HtmlText.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <charconv>
-#include <optional>
 
 namespace Sdk {
 
@@ -19,51 +19,6 @@ std::string Lower(std::string_view text) {
     for (char& letter : lower)
         if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
     return lower;
-}
-
-struct TEntity {
-    std::string_view Name;
-    std::string_view Text;
-};
-
-constexpr std::array Entities = {
-    TEntity{"amp", "&"},    TEntity{"lt", "<"},        TEntity{"gt", ">"},     TEntity{"quot", "\""},
-    TEntity{"apos", "'"},   TEntity{"nbsp", "\u00A0"}, TEntity{"auml", "ä"},   TEntity{"ouml", "ö"},
-    TEntity{"uuml", "ü"},   TEntity{"Auml", "Ä"},      TEntity{"Ouml", "Ö"},   TEntity{"Uuml", "Ü"},
-    TEntity{"szlig", "ß"},  TEntity{"eacute", "é"},    TEntity{"egrave", "è"}, TEntity{"agrave", "à"},
-    TEntity{"ccedil", "ç"}, TEntity{"ntilde", "ñ"},    TEntity{"copy", "©"},   TEntity{"reg", "®"},
-    TEntity{"deg", "°"},    TEntity{"plusmn", "±"},    TEntity{"micro", "µ"},  TEntity{"middot", "·"},
-    TEntity{"times", "×"},  TEntity{"sect", "§"},      TEntity{"euro", "€"},   TEntity{"ndash", "–"},
-    TEntity{"mdash", "—"},  TEntity{"lsquo", "‘"},     TEntity{"rsquo", "’"},  TEntity{"ldquo", "“"},
-    TEntity{"rdquo", "”"},  TEntity{"bull", "•"},      TEntity{"hellip", "…"}, TEntity{"le", "≤"},
-    TEntity{"ge", "≥"},     TEntity{"ne", "≠"},        TEntity{"rarr", "→"},   TEntity{"larr", "←"},
-};
-
-std::string Utf8Of(char32_t code) {
-    const auto tail = [code](int shift) { return static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
-    if (code < 0x80) return {static_cast<char>(code)};
-    if (code < 0x800) return {static_cast<char>(0xC0 | (code >> 6)), tail(0)};
-    if (code < 0x10000) return {static_cast<char>(0xE0 | (code >> 12)), tail(6), tail(0)};
-    return {static_cast<char>(0xF0 | (code >> 18)), tail(12), tail(6), tail(0)};
-}
-
-// The text of a reference without its ampersand and semicolon.
-std::optional<std::string> Resolve(std::string_view name) {
-    if (!name.starts_with('#')) {
-        const auto* known = std::find_if(Entities.begin(), Entities.end(),
-                                         [name](const TEntity& entity) { return entity.Name == name; });
-        if (known == Entities.end()) return std::nullopt;
-        return std::string(known->Text);
-    }
-    name.remove_prefix(1);
-    const bool isHex = name.starts_with('x') || name.starts_with('X');
-    if (isHex) name.remove_prefix(1);
-    std::uint32_t code = 0;
-    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), code, isHex ? 16 : 10);
-    const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (error != std::errc() || end != name.data() + name.size()) return std::nullopt;
-    if (code == 0 || code > 0x10FFFF || isSurrogate) return std::nullopt;
-    return Utf8Of(code);
 }
 
 // The length of the tag, comment or declaration at the start of the text, which is a
@@ -133,11 +88,11 @@ bool TakeAttribute(std::string_view& rest, std::string& name, std::string& value
     SkipSpaces(rest);
     const char quote = rest.empty() ? 0 : rest.front();
     if (quote != '"' && quote != '\'') {
-        value = DecodeCharacterReferences(TakeUntil(rest, IsSpace));
+        value = Markup::DecodeReferences(TakeUntil(rest, IsSpace));
         return true;
     }
     rest.remove_prefix(1);
-    value = DecodeCharacterReferences(TakeUntil(rest, [quote](char letter) { return letter == quote; }));
+    value = Markup::DecodeReferences(TakeUntil(rest, [quote](char letter) { return letter == quote; }));
     if (!rest.empty()) rest.remove_prefix(1);
     return true;
 }
@@ -227,23 +182,6 @@ std::string ChangeTags(std::string_view html, std::string_view element,
                 changed += tag.Raw;
         });
     return changed;
-}
-
-std::string DecodeCharacterReferences(std::string_view text) {
-    constexpr std::size_t longest = 12;
-    std::string decoded;
-    for (std::size_t i = 0; i < text.size();) {
-        const std::size_t end = text[i] == '&' ? text.find(';', i) : std::string_view::npos;
-        if (end != std::string_view::npos && end - i <= longest) {
-            if (const auto character = Resolve(text.substr(i + 1, end - i - 1))) {
-                decoded += *character;
-                i = end + 1;
-                continue;
-            }
-        }
-        decoded += text[i++];
-    }
-    return decoded;
 }
 
 } // namespace Sdk

@@ -39,8 +39,4 @@ std::vector<std::string> AttributesOf(std::string_view html, std::string_view el
 std::string ChangeTags(std::string_view html, std::string_view element,
                        const std::function<bool(THtmlAttributes&)>& change);
 
-// "&amp;", "&#228;" and their like as the characters that they stand for. What is no
-// such reference stays.
-std::string DecodeCharacterReferences(std::string_view text);
-
 } // namespace Sdk

@@ -217,6 +217,8 @@ const std::map<Guid, TMaker>& Makers() {
         {CLASS_WebReferenceFactory, Make<TWebReferenceFactory>},
         {CLASS_HTMLHelperFactory, Make<THtmlHelperFactory>},
         {CLASS_HTMLHelper, [](const TChannelFactory&) -> Handle<IDispatch> { return MakeHtmlHelper(); }},
+        {CLASS_HTMLHelperStatics,
+         [](const TChannelFactory&) -> Handle<IDispatch> { return MakeHtmlHelperStatics(); }},
         {CLASS_RequirementIDFactory, Make<TRequirementIDFactory>},
         {CLASS_RequirementTypeIDFactory, Make<TRequirementTypeIDFactory>},
     };

@@ -77,6 +77,7 @@ Handle<IImageManager> MakeImageManager(const TSessionHandle& session);
 Handle<IDispatch> MakeGlossary(const TSessionHandle& session, std::shared_ptr<const wire::Glossary> glossary);
 
 Handle<IHTMLHelper> MakeHtmlHelper();
+Handle<IHTMLHelperStatics> MakeHtmlHelperStatics();
 Handle<IStInitializer> MakeInitializer();
 
 } // namespace Sdk

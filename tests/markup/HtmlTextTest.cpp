@@ -1,7 +1,5 @@
-#include "platform/sdk/HtmlText.h"
-#include "platform/sdk/HtmlTags.h"
+#include "markup/HtmlText.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -21,10 +19,14 @@ const TRow PlainTexts[] = {
     {"a  <b>b</b>\n c", "a b c"},
     {"<ul><li>a</li><li>b</li></ul>", "a\r\nb"},
     {"<table><tr><td>a</td><td>b</td></tr><tr><td>c</td></tr></table>", "a b\r\nc"},
+    {"<article>a</article>b<section>c</section><aside>d</aside><header>e</header><main>f</main><footer>g"
+     "</footer><figure>h<figcaption>i</figcaption></figure>",
+     "a\r\nb\r\nc\r\nd\r\ne\r\nf\r\ng\r\nh\r\ni"},
+    {"<table><caption>a</caption><tr><td>b</table>c", "a\r\nb\r\nc"},
     {"a&nbsp;&nbsp;b", "a  b"},
     {"3 &lt; 4 &amp;&amp; 5 > 4", "3 < 4 && 5 > 4"},
     {"&#228;&#xE4;&auml;&euro;", "äää€"},
-    {"&unknown; &#0; &#xD800; & &;", "&unknown; &#0; &#xD800; & &;"},
+    {"&unknown; & &; &notareference", "&unknown; & &; &notareference"},
     {"<head><title>no</title></head><body>yes<script>no()</script><style>p{}</style></body>", "yes"},
     {"a<!-- <p>hidden</p> -->b", "ab"},
     {"<img alt=\"a > b\" src='x'>after", "after"},
@@ -42,38 +44,44 @@ const TRow HtmlTexts[] = {
     {"one\r\ntwo\nthree\rfour", "one<br/>two<br/>three<br/>four"},
     {"a  b", "a &nbsp;b"},
     {" a", "&nbsp;a"},
+    {"a\t b", "a&nbsp;&nbsp;&nbsp; &nbsp;b"},
 };
+
+const TRow NumericReferences[] = {
+    {"&#228;&#xE4;&#XE4;&#8364;&#x1F600;", "äää€😀"},
+    {"&lt;b&gt; &auml; &amp;#228;", "&lt;b&gt; &auml; &amp;#228;"},
+    {"&#60;b&#x3E; &#38; &#34; &#39;", "&#60;b&#x3E; &#38; &#34; &#39;"},
+    {"&#0; &#9; &#xD800; &#x110000; &#99999999999; &#; &#x; &#12a; &#228",
+     "&#0; &#9; &#xD800; &#x110000; &#99999999999; &#; &#x; &#12a; &#228"},
+};
+
+class TNumericReferences : public ::testing::TestWithParam<TRow> {};
 
 class TPlainTextToHtml : public ::testing::TestWithParam<TRow> {};
 
 } // namespace
 
 TEST_P(THtmlToPlainText, ShowsWhatAReaderSees) {
-    EXPECT_EQ(Sdk::HtmlToPlainText(GetParam().From), GetParam().To);
+    EXPECT_EQ(Markup::HtmlToPlainText(GetParam().From), GetParam().To);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, THtmlToPlainText, ::testing::ValuesIn(PlainTexts));
 
 TEST_P(TPlainTextToHtml, ShowsTheTextAsItStands) {
-    EXPECT_EQ(Sdk::PlainTextToHtml(GetParam().From), GetParam().To);
+    EXPECT_EQ(Markup::PlainTextToHtml(GetParam().From), GetParam().To);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, TPlainTextToHtml, ::testing::ValuesIn(HtmlTexts));
 
-TEST(TAttributesOf, FindsQuotedAndBareValuesOfThatElementAlone) {
-    const char* html =
-        "<p src='no'><IMG alt=x SRC=\"a&amp;b\"><img src=bare><img alt='src'><img  src = 'c' />";
-    EXPECT_THAT(Sdk::AttributesOf(html, "img", "src"), ::testing::ElementsAre("a&b", "bare", "c"));
+TEST_P(TNumericReferences, BecomeCharactersUnlessTheseAreMarkUp) {
+    EXPECT_EQ(Markup::DecodeNumericReferences(GetParam().From), GetParam().To);
 }
 
-TEST(TChangeTags, WritesAnewWhatWasChangedAndLeavesTheRestByteForByte) {
-    const char* html = "<P  Class=x>a<IMG src='1'  alt=\"q\"/><img src=2>&unknown;<!-- <img src=3> --></P";
-    const std::string changed = Sdk::ChangeTags(html, "img", [](Sdk::THtmlAttributes& attributes) {
-        std::string& source = *Sdk::FindAttribute(attributes, "src");
-        const bool isFirst = source == "1";
-        source = "a\"&b";
-        return isFirst;
-    });
-    EXPECT_EQ(changed, "<P  Class=x>a<img src=\"a&quot;&amp;b\" alt=\"q\" /><img src=2>&unknown;"
-                       "<!-- <img src=3> --></P");
+INSTANTIATE_TEST_SUITE_P(Rows, TNumericReferences, ::testing::ValuesIn(NumericReferences));
+
+TEST(TMarkupDepth, DoesNotMatterToPlainText) {
+    std::string html;
+    for (int level = 0; level < 100'000; ++level)
+        html += "<b>";
+    EXPECT_EQ(Markup::HtmlToPlainText(html + "deep"), "deep");
 }
