@@ -129,6 +129,10 @@ TEST(Markup, SeesTheSameDescriptionInWhatAnEditorMakesOfIt) {
     EXPECT_TRUE(SameMarkup(CleanMarkup(edited), kept));
     EXPECT_FALSE(SameMarkup(CleanMarkup("<p>a b</p>"), "<p>a b c</p>"));
     EXPECT_FALSE(SameMarkup("a", "<p class=\"x\""));
+    EXPECT_TRUE(SameMarkup("<body bgcolor=\"red\">a</body>", "<BODY onload=x BGCOLOR=red> a</BODY>"));
+    EXPECT_TRUE(SameMarkup("<body bgcolor=\"red\">a</body>", "a"));
+    EXPECT_FALSE(SameMarkup("<body bgcolor=\"red\">a</body>", "<body bgcolor=\"blue\">a</body>"));
+    EXPECT_FALSE(SameMarkup("<body>a</body>", "<body bgcolor=\"blue\">a</body>"));
 }
 
 } // namespace

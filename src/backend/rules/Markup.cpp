@@ -155,6 +155,12 @@ CleanWriter Cleaned(std::string_view html) {
     return writer;
 }
 
+// Empty for a piece of mark-up, which has none.
+std::string_view BodyTagOf(std::string_view html) {
+    const std::string_view behind = html.substr(FindTag(html, "<body"));
+    return behind.substr(0, behind.find('>'));
+}
+
 } // namespace
 
 std::string CleanMarkup(std::string_view html) {
@@ -175,9 +181,15 @@ std::string_view BodyOf(std::string_view html) {
 }
 
 bool SameMarkup(std::string_view cleaned, std::string_view kept) {
-    if (BodyOf(cleaned) == BodyOf(kept)) return true;
+    const auto same = [cleaned](std::string_view other) {
+        const std::string_view tag = BodyTagOf(cleaned);
+        const std::string_view otherTag = BodyTagOf(other);
+        const bool sameTag = tag == otherTag || tag.empty() || otherTag.empty();
+        return sameTag && BodyOf(cleaned) == BodyOf(other);
+    };
+    if (same(kept)) return true;
     try {
-        return BodyOf(cleaned) == BodyOf(CleanMarkup(kept));
+        return same(CleanMarkup(kept));
     } catch (const Refusal&) {
         return false;
     }

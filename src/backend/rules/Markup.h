@@ -23,7 +23,8 @@ std::string CleanMarkup(std::string_view html);
 std::string_view BodyOf(std::string_view html);
 
 // Whether cleaned mark-up says the same as what is kept, which may be older than the
-// rules, or wrapped into a document of an editor's own.
+// rules. Where one is a piece, the document that an editor wraps around the other does
+// not count; of two documents the attributes of the body do.
 bool SameMarkup(std::string_view cleaned, std::string_view kept);
 
 } // namespace Backend
