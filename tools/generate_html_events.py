@@ -103,7 +103,7 @@ def events_of(table, keys, with_object):
             raise TableError(f"there is no event {key}")
         event = table.events[key]
         if with_object and not event.arguments:
-            event = Event(event.name, event.disp_id, (("event", "object"),), event.has_result)
+            event = Event(event.name, event.disp_id, (("pEvtObj", "object"),), event.has_result)
         events.append(event)
     return events
 
