@@ -20,14 +20,15 @@ void TfraDescription::wbrReqDescriptionDownloadComplete() {
 
 void TfraDescription::registerWebBrowserEventListeners() {
     if (!FWindowEvents) {
-        FWindowEvents = std::make_unique<THTMLWindowEvents>();
+        FWindowEvents = std::make_unique<THTMLWindowEvents>(nullptr, "FWindowEvents");
         FWindowEvents->onfocus = [this](TMSHTMLEventsBaseSink&) { htmlOnFocused(); };
         FWindowEvents->onblur = [this](TMSHTMLEventsBaseSink&) { htmlOnBlured(); };
     }
     try {
         FWindowEvents->Connect(GetHtmlDocument2()->get_parentWindow());
-    } catch (const EOleSysError&) {
-        // A document without these events can be edited all the same.
+    } catch (const Exception&) {
+        // A document without these events can be edited all the same. A sink tells the
+        // engine's failures, which are of a class of their own, as plain ones.
     }
 }
 
