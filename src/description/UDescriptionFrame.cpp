@@ -134,8 +134,7 @@ void TfraDescription::Load(const std::u16string& html) {
 }
 
 void TfraDescription::WaitWhileEditorBusy() {
-    while (wbrReqDescription->Busy())
-        Application().WaitMessage();
+    Application().WaitWhile([this] { return wbrReqDescription->Busy(); });
 }
 
 void TfraDescription::SetDesignModeOn() {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QTimer>
 
@@ -67,6 +68,31 @@ TEST_F(Dispatch, UpdatesWaitWhileAHandlerOrAnEngineCallIsOnTheStack) {
     }
     Application().ProcessIdle();
     EXPECT_EQ(updates, 1);
+}
+
+TEST_F(Dispatch, AWaitInAMessageHandlerHearsTheMessageBehindIt) {
+    const auto post = [this](auto handler) {
+        QMetaObject::invokeMethod(&Edt, handler, Qt::QueuedConnection);
+    };
+    QEventLoop loop;
+    QTimer::singleShot(20000, &loop, [&] { loop.exit(1); });
+    int code = -1;
+    post([&] {
+        const TApplication::TEngineCall call;
+        code = loop.exec();
+    });
+    post([&] { loop.quit(); });
+    Application().ProcessMessages();
+    EXPECT_EQ(code, 0);
+
+    bool answered = false;
+    const QDeadlineTimer deadline(20000);
+    QTimer wake;
+    wake.start(1000);
+    post([&] { Application().WaitWhile([&] { return !answered && !deadline.hasExpired(); }); });
+    post([&] { answered = true; });
+    Application().ProcessMessages();
+    EXPECT_FALSE(deadline.hasExpired());
 }
 
 TEST_F(Dispatch, UpdatesWaitWhileTheErrorBoxOfAHandlerIsUp) {

@@ -34,6 +34,13 @@ public:
     }
 };
 
+// A message handler that begins a loop of its own may have others behind it in the queue.
+// The system's loop takes them for known and sleeps until something new is posted, which
+// may be what one of them was to bring about.
+void HearWaitingMessages() {
+    if (QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance()) dispatcher->wakeUp();
+}
+
 } // namespace
 
 // What ties the application to Qt's loop: renewed when a program makes another loop.
@@ -112,6 +119,12 @@ void TApplication::WaitMessage() {
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
+void TApplication::WaitWhile(const std::function<bool()>& condition) {
+    HearWaitingMessages();
+    while (condition())
+        WaitMessage();
+}
+
 void TApplication::SetMessageHook(TMessageHook hook) {
     FMessageHook = std::move(hook);
     // The filter stays: the call may come from inside it.
@@ -166,6 +179,7 @@ void TApplication::UpdateActions() {
 
 TApplication::TEngineCall::TEngineCall() {
     ++Application().FEngineCalls;
+    HearWaitingMessages();
 }
 TApplication::TEngineCall::~TEngineCall() {
     --Application().FEngineCalls;

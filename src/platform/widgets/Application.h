@@ -99,6 +99,8 @@ public:
     void ProcessMessages();
     // The same, but waits for a message when there is none.
     void WaitMessage();
+    // Handles messages as long as the condition holds.
+    void WaitWhile(const std::function<bool()>& condition);
 
     // Told of every key before shortcuts and controls see it. Setting handled keeps
     // all shortcuts from a key that goes down; it reaches its control in any case.
@@ -116,8 +118,8 @@ public:
     void AddActionList(TActionList& list);
     void RemoveActionList(TActionList& list);
 
-    // Marks a call into an engine that waits in a loop of its own. Update handlers
-    // hold still while one lives.
+    // Marks a call into an engine that waits in a loop of its own, to be entered while it
+    // lives. Update handlers hold still meanwhile.
     class TEngineCall {
     public:
         TEngineCall();
