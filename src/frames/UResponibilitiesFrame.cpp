@@ -110,9 +110,10 @@ void TfraResponsibilities::trvResponsibilitiesExpanding(TTreeNode& node) {
     GuardServerCalls([&] {
         if (node.Level() != 1) return;
         ClearTreeNodeChildren(node);
-        AddGroupUsers(node);
-        // Clearing took the mark; a group keeps it also without members.
+        // Clearing took the mark; a group keeps it without members, too, and when they
+        // cannot be read.
         node.SetHasChildren(true);
+        AddGroupUsers(node);
     });
 }
 

@@ -27,7 +27,10 @@ public:
             members->Add(Variant(user));
         const auto groupMock = MakeMock<TMockGroup>();
         ON_CALL(*groupMock, Get_Name()).WillByDefault(Return(group));
-        ON_CALL(*groupMock, Get_Users()).WillByDefault(Return(members));
+        ON_CALL(*groupMock, Get_Users()).WillByDefault([this, members]() -> Handle<IStCollection> {
+            if (Failing) throw Exception("no members");
+            return members;
+        });
         ON_CALL(*Mock, Get_Group()).WillByDefault(Return(groupMock));
         ON_CALL(*Mock, addUser(_)).WillByDefault([this](const auto& user) { Assigned.insert(user); });
         ON_CALL(*Mock, removeUser(_)).WillByDefault([this](const auto& user) { Assigned.erase(user); });
@@ -46,6 +49,7 @@ public:
 
     std::vector<Handle<IUser>> Users;
     std::set<Handle<IUser>> Assigned;
+    bool Failing = false;
     std::shared_ptr<testing::NiceMock<TMockGroupMemberAssignment>> Mock =
         MakeMock<TMockGroupMemberAssignment>();
 };
@@ -147,6 +151,30 @@ TEST_F(ResponsibilitiesFrame, AChangeNotYetSavedStaysVisibleWhenTheGroupOpensAga
     Group(0).Collapse();
     Group(0).Expand(false);
     EXPECT_EQ(Group(0).Item(1)->StateIndex(), ckChecked);
+}
+
+TEST_F(ResponsibilitiesFrame, TheSecondOfTwoQuickClicksCountsAsWell) {
+    Fill(Frame);
+    Group(0).Expand(false);
+    TTreeNode& member = *Group(0).Item(0);
+    ClickBox(member);
+    const TRect box = Frame.trvResponsibilities->StateIconRect(member);
+    QTest::mouseDClick(Frame.trvResponsibilities->viewport(), Qt::LeftButton, {},
+                       {box.Left + box.Width / 2, box.Top + box.Height / 2});
+    EXPECT_EQ(member.StateIndex(), ckEmpty);
+    EXPECT_TRUE(Developers.Assigned.empty());
+}
+
+TEST_F(ResponsibilitiesFrame, AGroupWhoseMembersCannotBeReadCanBeOpenedAgain) {
+    Fill(Frame);
+    Developers.Failing = true;
+    Group(0).Expand(false);
+    EXPECT_FALSE(Dialogs.Errors().empty());
+    EXPECT_TRUE(Group(0).HasChildren());
+    Developers.Failing = false;
+    Group(0).Collapse();
+    Group(0).Expand(false);
+    EXPECT_EQ(Group(0).Count(), 2);
 }
 
 TEST_F(ResponsibilitiesFrame, AClickBesideTheBoxChangesNothing) {

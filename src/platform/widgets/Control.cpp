@@ -9,6 +9,7 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 
 #include "platform/widgets/Layouts.h"
 #include "platform/widgets/Menus.h"
@@ -426,12 +427,14 @@ bool TWinControl::HandleMouse(QEvent& event) {
     if (!Widget().isEnabled()) return false;
     const auto& mouse = static_cast<QMouseEvent&>(event);
     const TPoint point{mouse.position().toPoint().x(), mouse.position().toPoint().y()};
-    if (event.type() == QEvent::MouseMove)
+    if (event.type() == QEvent::MouseMove) {
         Fire(OnMouseMove, ShiftOf(mouse.modifiers()), point);
-    else if (event.type() == QEvent::MouseButtonDblClick)
-        Fire(OnDblClick);
-    else
-        Fire(OnMouseDown, ButtonOf(mouse.button()), ShiftOf(mouse.modifiers()), point);
+        return false;
+    }
+    // The second press of two quick ones is a press as well.
+    const QPointer<QObject> alive(&Object());
+    if (event.type() == QEvent::MouseButtonDblClick) Fire(OnDblClick);
+    if (alive) Fire(OnMouseDown, ButtonOf(mouse.button()), ShiftOf(mouse.modifiers()), point);
     return false;
 }
 
