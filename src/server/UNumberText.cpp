@@ -1,6 +1,5 @@
 #include "server/UNumberText.h"
 
-#include <algorithm>
 #include <charconv>
 #include <clocale>
 #include <cmath>
@@ -10,11 +9,11 @@
 #include "server/UResourceStrings.h"
 #include "server/tlb/Variant.h"
 
-namespace {
-
-char Separator() {
-    return *std::localeconv()->decimal_point;
+std::string_view DecimalSeparator() {
+    return std::localeconv()->decimal_point;
 }
+
+namespace {
 
 // A number's own text: without the blanks around it and a leading plus.
 std::string_view Trimmed(std::string_view text) {
@@ -34,16 +33,17 @@ template<class TNumber> bool Parse(std::string_view text, TNumber& number) {
 
 } // namespace
 
-std::string FloatToUserText(double value) {
+std::string FloatToUserText(double value, std::string_view separator) {
     std::string text = Quorane_TLB::FloatToText(value);
-    std::ranges::replace(text, '.', Separator());
+    if (const auto point = text.find('.'); point != text.npos) text.replace(point, 1, separator);
     return text;
 }
 
-float UserTextToFloat(const std::string& text) {
+float UserTextToFloat(const std::string& text, std::string_view separator) {
     std::string number(Trimmed(text));
-    const bool foreignPoint = Separator() != '.' && number.find('.') != number.npos;
-    std::ranges::replace(number, Separator(), '.');
+    const bool foreignPoint = separator != "." && number.find('.') != number.npos;
+    if (const auto point = number.find(separator); point != number.npos)
+        number.replace(point, separator.size(), ".");
     float value = 0;
     if (foreignPoint || !Parse(number, value) || !std::isfinite(value))
         throw EConvertError("'" + text + SNotAFloat);

@@ -20,6 +20,16 @@ TEST(NumberText, AFloatIsTakenInBothFormsOfWriting) {
     EXPECT_EQ(UserTextToFloat(" +0.25"), 0.25F);
 }
 
+TEST(NumberText, ASeparatorMayHaveSeveralBytes) {
+    for (const char* separator : {".", ",", "\u066B"}) {
+        const std::string text = std::string("-1") + separator + "5";
+        EXPECT_EQ(FloatToUserText(-1.5, separator), text);
+        EXPECT_EQ(UserTextToFloat(text, separator), -1.5F) << separator;
+    }
+    EXPECT_THROW(UserTextToFloat("1.5", ","), EConvertError);
+    EXPECT_THROW(UserTextToFloat("1,5,", ","), EConvertError);
+}
+
 class NoNumber : public testing::TestWithParam<const char*> {};
 
 TEST_P(NoNumber, IsRefusedAsAnInteger) {
