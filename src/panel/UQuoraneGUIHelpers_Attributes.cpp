@@ -20,14 +20,6 @@ constexpr int GapUnderLabel = 3;
 constexpr int GapUnderControl = 5;
 constexpr std::int32_t LongestSingleLine = 255;
 
-// "&" marks an access key in the caption of a label that names a control.
-std::string LiteralCaption(const std::string& text) {
-    std::string caption;
-    for (const char letter : text)
-        caption += letter == '&' ? std::string("&&") : std::string(1, letter);
-    return caption;
-}
-
 // The value of the attribute in the requirement, if it has one of that kind.
 template<class TValue>
 Handle<TValue> FindValue(const Handle<IRequirement>& requirement, const Handle<IAttribute>& attribute) {
@@ -117,7 +109,8 @@ std::string TQuoraneGUIHelpers::UDAControlName(const TWinControl& control) {
 TLabel& TQuoraneGUIHelpers::CreateAttributeLabel(TWinControl& parent, int& top,
                                                  const Handle<IAttribute>& attribute) {
     auto* label = new TLabel(&parent);
-    label->SetCaption(LiteralCaption(Utf8(attribute->Get_Name())) + ":");
+    label->SetShowAccelChar(false);
+    label->SetCaption(Utf8(attribute->Get_Name()) + ":");
     label->SetBold(false);
     label->SetLeft(ControlLeft);
     label->SetTop(top);

@@ -117,6 +117,17 @@ TEST_F(Edits, ACheckBoxTellsOfTheProgrammesChangesToo) {
     EXPECT_EQ(box.Caption(), "R&D only");
 }
 
+TEST_F(Edits, ALabelShowsItsCaptionWithAndWithoutAccessKeys) {
+    auto& label = Make<TLabel>("lbl");
+    label.SetCaption("R&D");
+    EXPECT_EQ(label.text(), QStringLiteral("R&D"));
+    label.SetFocusControl(Make<TEdit>("edt"));
+    EXPECT_EQ(label.text(), QStringLiteral("R&D"));
+    label.SetShowAccelChar(false);
+    EXPECT_EQ(label.text(), QStringLiteral("R&&D"));
+    EXPECT_EQ(label.Caption(), "R&D");
+}
+
 TEST_F(Edits, TheWheelChangesNoValueOfAControlWithoutTheFocus) {
     auto& combo = Make<TComboBox>("cbx");
     auto& picker = Make<TDatePicker>("dtp");

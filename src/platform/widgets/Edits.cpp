@@ -28,11 +28,24 @@ TLabel::TLabel(TWinControl* parent, const std::string& name, const std::string& 
 
 void TLabel::SetCaption(const std::string& caption) {
     FCaption = caption;
-    setText(ToQt(caption));
+    ShowCaption();
+}
+
+void TLabel::SetShowAccelChar(bool show) {
+    FShowAccelChar = show;
+    ShowCaption();
 }
 
 void TLabel::SetFocusControl(TWinControl& control) {
     setBuddy(&control.Widget());
+    ShowCaption();
+}
+
+// Without a buddy every letter shows as it is.
+void TLabel::ShowCaption() {
+    QString text = ToQt(FCaption);
+    if (!FShowAccelChar && buddy()) text.replace(u'&', QStringLiteral("&&"));
+    setText(text);
 }
 
 void TLabel::SetWordWrap(bool wrap) {

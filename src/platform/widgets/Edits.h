@@ -23,6 +23,9 @@ public:
 
     std::string Caption() const { return FCaption; }
     void SetCaption(const std::string& caption);
+    // Whether "&" in the caption marks an access key, which it does by default in a label
+    // that names a control.
+    void SetShowAccelChar(bool show);
     // The control that the label names: its access key moves the focus there.
     void SetFocusControl(TWinControl& control);
     // Breaks the text into lines from the top of the label's bounds.
@@ -31,7 +34,10 @@ public:
     int TextWidth() const;
 
 private:
+    void ShowCaption();
+
     std::string FCaption;
+    bool FShowAccelChar = true;
 };
 
 // A rectangle in its colour, with an outline in that of its text.
