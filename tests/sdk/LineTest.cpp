@@ -1,10 +1,12 @@
 // Clients at the end of a line that breaks, and clients that die.
+#include "platform/sdk/Connection.h"
 #include "sdk/SdkTest.h"
 
 #include <chrono>
 #include <cstdio>
 #include <thread>
 
+#include <netinet/in.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -137,6 +139,29 @@ TEST_F(TLine, TheLockOfAClientThatDiedIsFreeWhenItsLeaseIsOver) {
     Advance(61);
     EXPECT_EQ(FailureOf([&] { ben->lock(); }), "");
     EXPECT_EQ(ben->Get_LockedByCurrentUser(), WordTrue);
+}
+
+// What takes connections and never says a word.
+TEST_F(TLine, AServerThatIsSilentIsALostConnectionAfterTheLimit) {
+    const int silent = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    ASSERT_EQ(bind(silent, reinterpret_cast<sockaddr*>(&address), size), 0);
+    ASSERT_EQ(listen(silent, 5), 0);
+    getsockname(silent, reinterpret_cast<sockaddr*>(&address), &size);
+    const std::string target = "127.0.0.1:" + std::to_string(ntohs(address.sin_port));
+    Sdk::TConnection line(
+        "silent",
+        [&](const std::string&) { return grpc::CreateChannel(target, grpc::InsecureChannelCredentials()); },
+        std::chrono::milliseconds(100));
+    EXPECT_THAT(FailureOf([&] { line.LogOn({}); }), HasSubstr("The host \"silent\" does not answer"));
+    EXPECT_THAT(FailureOf([&] {
+                    line.Ask("KeepAlive", &Sdk::TConnection::TStub::KeepAlive, Sdk::wire::KeepAliveRequest());
+                }),
+                AllOf(HasSubstr("RemoteServerException"), HasSubstr("Quorane.SERVER_ERROR")));
+    close(silent);
 }
 
 } // namespace

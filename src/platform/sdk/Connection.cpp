@@ -8,7 +8,6 @@ namespace Sdk {
 
 namespace {
 
-constexpr auto CallLimit = std::chrono::seconds(30);
 constexpr auto RenewalLimit = std::chrono::seconds(5);
 
 // "ObjectLockedException: The requirement …" as the server's rules put it.
@@ -44,9 +43,10 @@ bool IsTurnedAway(const grpc::Status& status) {
 
 } // namespace
 
-TConnection::TConnection(std::string host, TChannelFactory factory)
+TConnection::TConnection(std::string host, TChannelFactory factory, std::chrono::milliseconds callLimit)
     : FHost(std::move(host))
-    , FFactory(std::move(factory)) {}
+    , FFactory(std::move(factory))
+    , FCallLimit(callLimit) {}
 
 void TConnection::SetToken(std::string token) {
     const std::lock_guard guard(FMutex);
@@ -102,7 +102,7 @@ void TConnection::Run(std::string_view name, bool repeatable, const TAttempt& at
 grpc::Status TConnection::RunOnce(std::string_view name, const TAttempt& attempt) {
     TellRoundTrip(name);
     grpc::ClientContext context;
-    Prepare(context, CallLimit);
+    Prepare(context, FCallLimit);
     return attempt(*Stub(), context);
 }
 

@@ -32,7 +32,9 @@ public:
     using TStreaming = std::unique_ptr<grpc::ClientReader<Item>> (TStub::*)(grpc::ClientContext*,
                                                                             const Request&);
 
-    TConnection(std::string host, TChannelFactory factory);
+    // A request without an answer after the limit fails as a lost connection.
+    TConnection(std::string host, TChannelFactory factory,
+                std::chrono::milliseconds callLimit = std::chrono::seconds(30));
 
     const std::string& Host() const { return FHost; }
     // Goes with every request from now on; empty: with none.
@@ -118,6 +120,7 @@ private:
 
     const std::string FHost;
     const TChannelFactory FFactory;
+    const std::chrono::milliseconds FCallLimit;
     std::shared_ptr<grpc::Channel> FChannel;
 
     // What the lease keeper's thread uses too.
