@@ -153,7 +153,8 @@ void TfraDescriptionToolbar::UpdateDisplay() {
     btnAlignLeft->SetDown(alignment == TTextAlignment::Left);
     btnCenter->SetDown(alignment == TTextAlignment::Center);
     btnAlignRight->SetDown(alignment == TTextAlignment::Right);
-    cbxFontNames->SetItemIndex(cbxFontNames->Items().IndexOf(GetFontName()));
+    // Documents write fonts in any case.
+    cbxFontNames->SetItemIndex(cbxFontNames->Items().IndexOfAnyCase(GetFontName()));
     ShowFontSize(GetFontSize());
 }
 

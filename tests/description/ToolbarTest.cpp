@@ -2,6 +2,7 @@
 #include "description/DescriptionTest.h"
 
 #include "platform/widgets/Lists.h"
+#include "platform/widgets/QtText.h"
 
 using testing::AnyOf;
 using testing::HasSubstr;
@@ -72,6 +73,14 @@ TEST_F(TFormattingBar, FontAndSizeAreChosenInTheirLists) {
     ShowState();
     EXPECT_EQ(Bar().cbxFontNames->Text(), font);
     EXPECT_EQ(Bar().cbxFontSize->Text(), "5");
+}
+
+TEST_F(TFormattingBar, AFontIsFoundInAnyCase) {
+    const std::string font = Bar().cbxFontNames->Items().Text(0);
+    Bar().SetFontName(FromQt(ToQt(font).toUpper()));
+    EXPECT_EQ(Bar().cbxFontNames->Text(), font);
+    Bar().SetFontName(FromQt(ToQt(font).toLower()));
+    EXPECT_EQ(Bar().cbxFontNames->Text(), font);
 }
 
 TEST_F(TFormattingBar, SeveralFontsSelectNone) {

@@ -16,6 +16,13 @@ int TStrings::IndexOf(const std::string& text) const {
     return -1;
 }
 
+int TStrings::IndexOfAnyCase(const std::string& text) const {
+    const QString wanted = ToQt(text);
+    for (int i = 0; i < Count(); ++i)
+        if (wanted.compare(ToQt(Text(i)), Qt::CaseInsensitive) == 0) return i;
+    return -1;
+}
+
 namespace {
 
 // Objects beside the entries that a widget holds.

@@ -36,6 +36,8 @@ public:
     virtual void EndUpdate() = 0;
     // The first entry of exactly this text, or -1.
     int IndexOf(const std::string& text) const;
+    // The same without regard to case.
+    int IndexOfAnyCase(const std::string& text) const;
 };
 
 // A drop-down list without free text. OnChange fires when the user picks an entry;
