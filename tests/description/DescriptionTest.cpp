@@ -2,7 +2,9 @@
 
 #include <QDeadlineTimer>
 #include <QTimer>
+#include <QWebEngineScript>
 
+#include "backend/store/Database.h"
 #include "platform/widgets/QtText.h"
 
 TDescriptionTest::TDescriptionTest() {
@@ -37,8 +39,24 @@ bool TDescriptionTest::WaitForHtml(const std::string& part) {
     return WaitUntil([&] { return Html().find(part) != std::string::npos; });
 }
 
+bool TDescriptionTest::ShowsPictures(const QString& widths) {
+    // The last answers may come when nobody waits any more.
+    const auto shown = std::make_shared<QString>();
+    auto& page = *static_cast<TBrowserControl&>(Frame().wbrReqDescription->Control()).page();
+    return WaitUntil([&] {
+        page.runJavaScript(QStringLiteral("Array.from(document.images, each => each.naturalWidth).join()"),
+                           QWebEngineScript::ApplicationWorld,
+                           [shown](const QVariant& answer) { *shown = answer.toString(); });
+        return *shown == widths;
+    });
+}
+
 std::string TDescriptionTest::DescriptionOnServer(std::int32_t number) {
     return Quorane_TLB::Utf8(ReadAs("admin", number)->Get_Description()->Get_Text());
+}
+
+void TDescriptionTest::RunInStore(const std::string& statements) {
+    Backend::Database(Server->DatabasePath(), Backend::Database::Mode::OpenExisting).Execute(statements);
 }
 
 QWidget& TDescriptionTest::Page() {

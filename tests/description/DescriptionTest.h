@@ -8,6 +8,10 @@
 #include "panel/PanelTest.h"
 #include "platform/engine/WebBrowser.h"
 
+// Has a key reference.
+inline const std::vector<std::string> GuardAgainstFrost{
+    "System Requirement", "Never let the home or its people come to harm", "Guard against frost"};
+
 class TDescriptionTest : public TPanelTest {
 protected:
     TDescriptionTest();
@@ -26,7 +30,11 @@ protected:
     // The document as the page has it; empty without one.
     std::string Html();
     bool WaitForHtml(const std::string& part);
+    // What the page really paints: the widths of the pictures in their order.
+    bool ShowsPictures(const QString& widths);
     std::string DescriptionOnServer(std::int32_t number);
+    // Puts in what the service would refuse. Who has logged on may have read before.
+    void RunInStore(const std::string& statements);
 
     // The widget that takes the document's keys.
     QWidget& Page();

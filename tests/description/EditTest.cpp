@@ -2,13 +2,11 @@
 #include "description/DescriptionTest.h"
 
 using namespace Quorane_TLB;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
 namespace {
-
-const std::vector<std::string> GuardAgainstFrost{
-    "System Requirement", "Never let the home or its people come to harm", "Guard against frost"};
 
 class TDescriptionEdit : public TDescriptionTest {
 protected:
@@ -100,6 +98,29 @@ TEST_F(TDescriptionEdit, AKeyReferenceIsShownAndCannotBeEdited) {
     EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "On");
     ClickIntoText();
     EXPECT_TRUE(BarEnabled());
+}
+
+TEST_F(TDescriptionEdit, TheFirstOfSeveralKeyReferencesIsShown) {
+    RunInStore("drop index document_reference_key");
+    for (const char* kind : {"1", "2", "3", "4"}) {
+        RunInStore(std::string("pragma ignore_check_constraints = 1;"
+                               "create temp table at as select max(id) id from requirement_version "
+                               "where name = 'Guard against frost';"
+                               "delete from document_reference where version_id = (select id from at);"
+                               "insert into document_reference select id, 0, 3, 'none', '', 0 from at;"
+                               "insert into document_reference select id, 1, ") +
+                   kind +
+                   ", 'first', 'first', 1 from at;"
+                   "insert into document_reference select id, 2, 3, 'second', '', 1 from at");
+        User->Click("btnRefresh");
+        Select(GuardAgainstFrost);
+        if (*kind == '4') {
+            EXPECT_THAT(OnlyError(), HasSubstr("DocumentRefernce can be only of 3 types"));
+            continue;
+        }
+        EXPECT_THAT(Html(), AllOf(HasSubstr("first"), Not(HasSubstr("none")), Not(HasSubstr("second"))))
+            << kind;
+    }
 }
 
 TEST_F(TDescriptionEdit, ASaveLeavesTheDescriptionUnderAKeyReferenceAsItWas) {
