@@ -148,7 +148,8 @@ public:
 class IHTMLEventObj : public virtual IHtmlObject {
 public:
     ~IHTMLEventObj() override;
-    // "mouseup", "mousemove", "keydown".
+    // "mouseup", "mousemove", "keydown", and "mouseleave" when the pointer leaves the
+    // document.
     virtual std::string get_type() = 0;
 };
 

@@ -95,6 +95,7 @@ void TfraDescription::Show(const std::u16string& kept) {
 
 // Leaves nothing of the last requirement on show while the next one is read.
 void TfraDescription::LeaveDocument() {
+    HideGlossaryHint();
     const auto document = std::dynamic_pointer_cast<IPersistStreamInit>(wbrReqDescription->Document());
     if (!document) return;
     ClearDirty();

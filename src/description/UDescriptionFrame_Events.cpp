@@ -5,6 +5,7 @@
 #include "contracts/SystemServices.h"
 #include "description/MSHTMLEvents.h"
 #include "description/UDescriptionToolbarFrame.h"
+#include "description/UGlossaryHintForm.h"
 #include "server/UResourceStrings.h"
 
 THtmlStatus TEditDesigner::PreHandleEvent(std::int32_t eventDispId, IHTMLEventObj& event) {
@@ -37,6 +38,7 @@ THtmlStatus TfraDescription::eddDescriptionPreHandleEvent(std::int32_t, IHTMLEve
     if (type == "mouseup") wbrReqDescriptiononclick();
     if (type == "mousemove") wbrReqDescriptiononmousemove();
     if (type == "keydown") wbrReqDescriptiononkeydown();
+    if (type == "mouseleave") HideGlossaryHint();
     return hsFalse;
 }
 

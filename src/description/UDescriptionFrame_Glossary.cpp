@@ -36,7 +36,7 @@ void TfraDescription::wbrReqDescriptiononmousemove() {
             frmGlossaryHint->ShowHint(pointer.X + RightOfPointer, pointer.Y + BelowPointer,
                                       Utf8(glossary->Get_Name()), Utf8(term->Get_Definition()));
         else
-            frmGlossaryHint->Hide();
+            HideGlossaryHint();
     });
 }
 

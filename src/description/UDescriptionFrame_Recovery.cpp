@@ -2,6 +2,7 @@
 #include "description/UDescriptionFrame.h"
 
 #include "description/UDescriptionToolbarFrame.h"
+#include "description/UGlossaryHintForm.h"
 #include "platform/widgets/Containers.h"
 #include "platform/widgets/Edits.h"
 #include "server/UResourceStrings.h"
@@ -26,6 +27,7 @@ void TfraDescription::EngineGone() {
     // The next description may be on its way already, in a process of its own.
     if (wbrReqDescription->Busy() || wbrReqDescription->Document()) return;
     FHtmlFocused = false;
+    HideGlossaryHint();
     if (FDescriptionToolbar) FDescriptionToolbar->EnableDisable(false);
     pnlEngineGone->Show();
 }

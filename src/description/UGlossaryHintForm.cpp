@@ -66,6 +66,10 @@ void CreateGlossaryHint() {
     frmGlossaryHint = std::make_unique<TfrmGlossaryHint>();
 }
 
+void HideGlossaryHint() {
+    if (frmGlossaryHint) frmGlossaryHint->Hide();
+}
+
 void FreeGlossaryHint() {
     frmGlossaryHint.reset();
 }

@@ -34,4 +34,6 @@ private:
 extern std::unique_ptr<TfrmGlossaryHint> frmGlossaryHint;
 
 void CreateGlossaryHint();
+// Does nothing without a hint.
+void HideGlossaryHint();
 void FreeGlossaryHint();

@@ -9,6 +9,10 @@ class TDescriptionGlossary : public TDescriptionTest {
 protected:
     // A word on each line, in letters large enough to point at.
     TDescriptionGlossary() {
+        RunInStore("insert into glossary_term (glossary_id, position, name, definition) "
+                   "select id, 1000, 'demand', 'Asked for.' from glossary where name = 'Safety terms';"
+                   "insert into glossary_term (glossary_id, position, name, definition) "
+                   "select id, 1000, 'frost', 'Ice.' from glossary where name = 'Heating terms'");
         LogOn();
         Select(ZoneControl);
         const auto requirement = ReadAs("ben", SelectedNumber());
@@ -45,9 +49,9 @@ TEST_F(TDescriptionGlossary, TermUnderThePointerIsExplainedInItsExactSpelling) {
         const char* Word;
         const char* Hint;
     };
-    for (const TRow& row :
-         {TRow{0, "demand", "Heating terms: The share"}, TRow{1, "Demand", ""}, TRow{2, "frost", ""},
-          TRow{3, "watchdog", "Safety terms: A timer i"}, TRow{6, "", ""}}) {
+    for (const TRow& row : {TRow{0, "demand", "Safety terms: Asked for"}, TRow{1, "Demand", ""},
+                            TRow{2, "frost", "Heating terms: Ice."},
+                            TRow{3, "watchdog", "Safety terms: A timer i"}, TRow{6, "", ""}}) {
         Point(row.Line);
         EXPECT_EQ(Quorane_TLB::Utf8(Frame().CurrentDescriptionElement()), row.Word);
         EXPECT_EQ(Shown(), row.Hint) << row.Word;
@@ -79,6 +83,24 @@ TEST_F(TDescriptionGlossary, FailureOfTheServerIsToldAndTheNextMoveAsksAgain) {
     Point(1);
     Point(0);
     EXPECT_NE(Shown(), "");
+}
+
+TEST_F(TDescriptionGlossary, HintGoesWithTheDocumentOrThePointer) {
+    const std::vector<std::pair<const char*, std::function<void()>>> rows = {
+        {"key reference", [this] { Select(GuardAgainstFrost); }},
+        {"type", [this] { Select({FirmwareType}); }},
+        {"pointer",
+         [this] {
+             QTest::mouseMove(&NameEdit(), {5, 5});
+         }},
+    };
+    for (const auto& [name, leave] : rows) {
+        Select(ZoneControl);
+        Point(0);
+        ASSERT_NE(Shown(), "") << name;
+        leave();
+        EXPECT_TRUE(WaitUntil([this] { return Shown().empty(); })) << name;
+    }
 }
 
 TEST_F(TDescriptionGlossary, HintGoesWithThePanel) {

@@ -106,6 +106,8 @@ public:
     bool Calling() const { return FCallDepth > 0; }
 
     TFileGuard& Guard() { return *FGuard; }
+    // Takes news in, which OnMessage gives out in order.
+    void Hear(const QJsonObject& message);
 
     // News from the agent, never while a call waits.
     std::function<void(const QJsonObject& message)> OnMessage;
@@ -128,7 +130,6 @@ private:
     void GiveUpLoad();
     void RendererGone();
     void LeaveDocument();
-    void Hear(const QJsonObject& message);
     void TellLink(const QUrl& url);
     void HearMove(const QJsonObject& message);
     void ForgetSelection();

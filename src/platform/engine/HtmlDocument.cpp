@@ -38,7 +38,9 @@ std::int32_t EventNumber(const QString& type) {
     constexpr std::int32_t mouseMove = -606;
     constexpr std::int32_t mouseUp = -607;
     constexpr std::int32_t keyDown = -602;
+    constexpr std::int32_t mouseLeave = 1043;
     if (type == QStringLiteral("mousemove")) return mouseMove;
+    if (type == QStringLiteral("mouseleave")) return mouseLeave;
     return type == QStringLiteral("mouseup") ? mouseUp : keyDown;
 }
 

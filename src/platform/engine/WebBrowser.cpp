@@ -136,6 +136,7 @@ bool TWebBrowser::eventFilter(QObject* watched, QEvent* event) {
         if (FControl) FControl->LeaveBackwards();
         return true;
     }
+    if (event->type() == QEvent::Leave) FPage->Hear({{QStringLiteral("event"), QStringLiteral("mouseleave")}});
     const bool focusEvent = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
     if (!focusEvent || watched != FFocusWidget) return false;
     const bool gained = event->type() == QEvent::FocusIn;
