@@ -2,6 +2,7 @@
 #include <charconv>
 
 #include "contracts/Exceptions.h"
+#include "description/UDescriptionFrame.h"
 #include "panel/QuoraneDockForm.h"
 #include "platform/widgets/Actions.h"
 #include "platform/widgets/Containers.h"
@@ -99,6 +100,8 @@ void TfrmQuoraneMain::cbxProjectsChange() {
     GuardServerCalls([this] {
         const Handle<IRequirement>& requirement = FHelpers.CurrentRequirement;
         if (requirement && requirement->Get_LockedByCurrentUser() != WordFalse) requirement->unlock();
+        // Without a baseline the tree stays; what is unsaved in it must take no new lock.
+        fraDescription->ClearDirty();
         SelectProject(SelectedContainer<TProjectContainer>(*cbxProjects).Project);
         FillBaseLines();
     });

@@ -6,6 +6,7 @@
 using namespace Quorane_TLB;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
 
 namespace {
@@ -68,6 +69,20 @@ TEST_F(TDescriptionLock, AHiddenPanelTakesNoNewLock) {
     EXPECT_FALSE(Locked());
     EXPECT_NO_THROW(ReadAs("ben", FNumber)->lock());
     BeIdle();
+}
+
+TEST_F(TDescriptionLock, AProjectWithoutBaselinesLeavesNoNewLock) {
+    RunInStore("update baseline set type = 3 where project_id = "
+               "(select id from project where name = 'Hearth Service Portal')");
+    User->Click("btnRefresh");
+    Select(ZoneControl);
+    Change("qzx");
+    ASSERT_TRUE(WaitForLock());
+    User->Choose("cbxProjects", "Hearth Service Portal");
+    ASSERT_THAT(Entries(*Panel().cbxProjectBaselines), IsEmpty());
+    BeIdle();
+    EXPECT_FALSE(Locked());
+    EXPECT_NO_THROW(ReadAs("ben", FNumber)->lock());
 }
 
 TEST_F(TDescriptionLock, AnIdlePanelAsksNeitherEngineNorServer) {
