@@ -301,6 +301,8 @@ public:
     // while the document is edited; the control itself never leaves the document.
     std::function<void(const std::string& address)> OnLinkClick;
 };
+    // The pointer has come onto such a link; empty when it has left it.
+    std::function<void(const std::string& address)> OnLinkHover;
 
 // Makes a browser control in the parent. Raises EOleSysError when the engine cannot be
 // started.

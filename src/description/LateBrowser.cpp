@@ -18,6 +18,9 @@ IWebBrowser& TLateBrowser::Browser() {
     FBrowser->OnLinkClick = [this](const std::string& address) {
         if (OnLinkClick) OnLinkClick(address);
     };
+    FBrowser->OnLinkHover = [this](const std::string& address) {
+        if (OnLinkHover) OnLinkHover(address);
+    };
     return *FBrowser;
 }
 

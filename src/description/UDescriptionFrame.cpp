@@ -47,6 +47,7 @@ TfraDescription::TfraDescription(TWinControl* parent, const std::string& name)
     wbrReqDescription->OnEngineGone = [this] { EngineGone(); };
     wbrReqDescription->OnDownloadComplete = [this] { wbrReqDescriptionDownloadComplete(); };
     wbrReqDescription->OnLinkClick = [](const std::string& address) { OpenLink(address); };
+    wbrReqDescription->OnLinkHover = [this](const std::string& address) { ShowLinkHint(address); };
     eddDescription->OnPreHandleEvent = [this](std::int32_t eventDispId, IHTMLEventObj& event) {
         return eddDescriptionPreHandleEvent(eventDispId, event);
     };

@@ -104,6 +104,8 @@ private:
     void MsgHandler(const TKeyMessage& message, bool& handled);
     void insertTabInDocument();
     static void OpenLink(const std::string& address);
+    // An empty address is none.
+    void ShowLinkHint(const std::string& address);
 
     TfraDescriptionToolbar* FDescriptionToolbar = nullptr;
     // Of the requirement on show; empty while nothing was taken.

@@ -8,6 +8,13 @@
 #include "description/UGlossaryHintForm.h"
 #include "server/UResourceStrings.h"
 
+namespace {
+
+// What a hint shows of one, in letters.
+constexpr std::size_t LongestAddress = 100;
+
+} // namespace
+
 THtmlStatus TEditDesigner::PreHandleEvent(std::int32_t eventDispId, IHTMLEventObj& event) {
     return OnPreHandleEvent ? OnPreHandleEvent(eventDispId, event) : hsFalse;
 }
@@ -103,4 +110,11 @@ void TfraDescription::OpenLink(const std::string& address) {
     if (Application().MessageBox(SOpenLinkQuestion + address, SMessageCaption, TMessageIcon::Question,
                                  TMessageButtons::YesNo) == TMessageResult::Yes)
         SystemServices().ShellOpen(address);
+
+void TfraDescription::ShowLinkHint(const std::string& address) {
+    std::string hint = address.substr(0, LongestAddress);
+    if (hint.size() < address.size()) hint += "...";
+    if (!hint.empty()) hint += FKeyReferenced ? SClickToOpen : SCtrlClickToOpen;
+    wbrReqDescription->Control().SetHint(hint);
+}
 }

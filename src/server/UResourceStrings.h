@@ -102,6 +102,8 @@ inline constexpr char SMemoForTextAndWebOnly[] =
 // Description frame
 inline constexpr char SDescription[] = "Description";
 inline constexpr char SOpenLinkQuestion[] = "Open this address outside?\n";
+inline constexpr char SClickToOpen[] = "\nClick to open";
+inline constexpr char SCtrlClickToOpen[] = "\nCtrl+Click to open";
 inline constexpr char SEngineGone[] =
     "The view of the description has stopped working. The text as it was when you left it last is kept.";
 inline constexpr char SLoadAgain[] = "&Load Again";

@@ -3,7 +3,6 @@
 #include "description/DescriptionTest.h"
 
 #include <QImage>
-#include <QWebEngineScript>
 
 #include <regex>
 
@@ -51,19 +50,6 @@ protected:
         return {std::sregex_token_iterator(html.begin(), html.end(), tag), {}};
     }
     std::vector<std::string> TagsOnServer() { return Tags(DescriptionOnServer(FNumber)); }
-    // What the page really paints: the widths of the pictures in their order.
-    bool Shows(const QString& widths) {
-        // The last answers may come when nobody waits any more.
-        const auto shown = std::make_shared<QString>();
-        auto& page = *static_cast<TBrowserControl&>(Frame().wbrReqDescription->Control()).page();
-        return WaitUntil([&] {
-            page.runJavaScript(
-                QStringLiteral("Array.from(document.images, each => each.naturalWidth).join()"),
-                QWebEngineScript::ApplicationWorld,
-                [shown](const QVariant& answer) { *shown = answer.toString(); });
-            return *shown == widths;
-        });
-    }
 
     TTempFolder FFolder;
     std::int32_t FNumber = 0;
@@ -76,7 +62,7 @@ TEST_F(TDescriptionPictures, InsertedOneIsStoredWithTheSaveAndShownFromTheCache)
     Insert(path);
     Insert(path);
     EXPECT_THAT(Html(), HasSubstr("new=\"true\""));
-    EXPECT_TRUE(Shows(QStringLiteral("23,23,520"))) << Html();
+    EXPECT_TRUE(ShowsPictures(QStringLiteral("23,23,520"))) << Html();
     Save();
     std::filesystem::remove(path);
     const auto tags = TagsOnServer();
@@ -85,7 +71,7 @@ TEST_F(TDescriptionPictures, InsertedOneIsStoredWithTheSaveAndShownFromTheCache)
     EXPECT_THAT(tags, Each(AllOf(HasSubstr("src_original=\""), Not(HasSubstr("new=")))));
     Select(FilterReadings);
     Select(ZoneControl);
-    EXPECT_TRUE(Shows(QStringLiteral("23,23,520"))) << Html();
+    EXPECT_TRUE(ShowsPictures(QStringLiteral("23,23,520"))) << Html();
 }
 
 TEST_F(TDescriptionPictures, StayTheSameThroughEveryEdit) {
@@ -145,23 +131,23 @@ TEST_F(TDescriptionPictures, FileThatIsNoneShowsAsAMissingOne) {
     WriteFile(FFolder.File("notes.png"), "These are notes.");
     ClickIntoText();
     Insert(FFolder.File("notes.png"));
-    EXPECT_TRUE(Shows(QStringLiteral("0,520"))) << Html();
+    EXPECT_TRUE(ShowsPictures(QStringLiteral("0,520"))) << Html();
     Save();
     EXPECT_THAT(TagsOnServer(), SizeIs(2));
     Select(FilterReadings);
     Select(ZoneControl);
-    EXPECT_TRUE(Shows(QStringLiteral("0,520"))) << Html();
+    EXPECT_TRUE(ShowsPictures(QStringLiteral("0,520"))) << Html();
 }
 
 TEST_F(TDescriptionPictures, OneThatIsGoneFromTheCacheIsFetchedAgain) {
-    ASSERT_TRUE(Shows(QStringLiteral("520")));
+    ASSERT_TRUE(ShowsPictures(QStringLiteral("520")));
     std::filesystem::remove_all(FFolder.File("cache"));
     Select(FilterReadings);
     Select(ZoneControl);
-    EXPECT_TRUE(Shows(QStringLiteral("520"))) << Html();
+    EXPECT_TRUE(ShowsPictures(QStringLiteral("520"))) << Html();
 }
 
-TEST_F(TDescriptionPictures, LinkOpensOutsideAfterAQuestion) {
+TEST_F(TDescriptionPictures, LinkSaysHowItOpensOutsideAndDoesAfterAQuestion) {
     const auto requirement = ReadAs("admin", FNumber);
     requirement->lock();
     requirement->Get_Description()->Set_Text(
@@ -171,6 +157,11 @@ TEST_F(TDescriptionPictures, LinkOpensOutsideAfterAQuestion) {
     User->Click("btnRefresh");
     Select(ZoneControl);
     ASSERT_TRUE(WaitForHtml("example.org"));
+    const TControl& document = Frame().wbrReqDescription->Control();
+    QTest::mouseMove(&Page(), {30, 35});
+    EXPECT_TRUE(WaitUntil([&] { return document.Hint() == "https://example.org/a\nCtrl+Click to open"; }));
+    QTest::mouseMove(&NameEdit(), {5, 5});
+    EXPECT_TRUE(WaitUntil([&] { return document.Hint().empty(); }));
     for (const auto answer : {TMessageResult::No, TMessageResult::Yes}) {
         const std::size_t asked = Dialogs.Messages().size();
         Dialogs.Answer(answer);

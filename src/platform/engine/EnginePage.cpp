@@ -200,10 +200,14 @@ bool TEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, 
 }
 
 // Other kinds of address start programs or read files of this machine.
-void TEnginePage::TellLink(const QUrl& url) {
+bool TEnginePage::LeadsOutside(const QUrl& url) {
     static const QSet<QString> schemes{QStringLiteral("http"), QStringLiteral("https"), QStringLiteral("ftp"),
                                        QStringLiteral("mailto")};
-    if (!schemes.contains(url.scheme())) return;
+    return schemes.contains(url.scheme());
+}
+
+void TEnginePage::TellLink(const QUrl& url) {
+    if (!LeadsOutside(url)) return;
     Queue([this, url] {
         if (OnLink) OnLink(url);
     });

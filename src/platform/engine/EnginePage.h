@@ -108,6 +108,8 @@ public:
     TFileGuard& Guard() { return *FGuard; }
     // Takes news in, which OnMessage gives out in order.
     void Hear(const QJsonObject& message);
+    // Whether a link to there may be followed.
+    static bool LeadsOutside(const QUrl& url);
 
     // News from the agent, never while a call waits.
     std::function<void(const QJsonObject& message)> OnMessage;

@@ -60,9 +60,7 @@ TWebBrowser::TWebBrowser(TWinControl& parent, const std::string& name)
     FControl->SetAlign(TAlign::Client);
     FControl->setPage(FPage.get());
     FPage->OnLoaded = [this] { Loaded(); };
-    FPage->OnMessage = [this](const QJsonObject& message) {
-        if (const auto document = FDocument) document->Tell(message);
-    };
+    FPage->OnMessage = [this](const QJsonObject& message) { Hear(message); };
     FPage->OnGone = [this] {
         if (OnEngineGone) ::Application().Dispatch(FControl, [this] { OnEngineGone(); });
     };
@@ -87,6 +85,7 @@ TWinControl& TWebBrowser::Control() {
 
 void TWebBrowser::Navigate(const std::string& path) {
     FDocument.reset();
+    TellHover({});
     FPage->Load(ToQt(path));
 }
 
@@ -123,6 +122,21 @@ void TWebBrowser::Loaded() {
 void TWebBrowser::WatchFocus() {
     QWidget* proxy = FControl ? FControl->focusProxy() : nullptr;
     if (!proxy || proxy == FFocusWidget) return;
+void TWebBrowser::Hear(const QJsonObject& message) {
+    const auto document = FDocument;
+    if (!document) return;
+    const QJsonValue type = message[QStringLiteral("event")];
+    if (type == QStringLiteral("mousemove") || type == QStringLiteral("mouseleave"))
+        TellHover(message[QStringLiteral("link")].toString());
+    document->Tell(message);
+}
+
+void TWebBrowser::TellHover(const QString& address) {
+    const QString link = TEnginePage::LeadsOutside(QUrl(address)) ? address : QString();
+    if (std::exchange(FHovered, link) == link || !OnLinkHover) return;
+    ::Application().Dispatch(FControl, [&] { OnLinkHover(FromQt(link)); });
+}
+
     FFocusWidget = proxy;
     proxy->installEventFilter(this);
     // With the old widget the focus went nowhere.
@@ -136,7 +150,8 @@ bool TWebBrowser::eventFilter(QObject* watched, QEvent* event) {
         if (FControl) FControl->LeaveBackwards();
         return true;
     }
-    if (event->type() == QEvent::Leave) FPage->Hear({{QStringLiteral("event"), QStringLiteral("mouseleave")}});
+    if (event->type() == QEvent::Leave)
+        FPage->Hear({{QStringLiteral("event"), QStringLiteral("mouseleave")}});
     const bool focusEvent = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
     if (!focusEvent || watched != FFocusWidget) return false;
     const bool gained = event->type() == QEvent::FocusIn;

@@ -45,6 +45,8 @@ protected:
 
 private:
     void Loaded();
+    void Hear(const QJsonObject& message);
+    void TellHover(const QString& address);
     void WatchFocus();
 
     // The page has to go before its profile.
@@ -55,4 +57,6 @@ private:
     // The focus was here when the engine's process died.
     bool FTakeFocus = false;
     std::shared_ptr<THtmlDocument> FDocument;
+    // The link under the pointer; empty for none.
+    QString FHovered;
 };

@@ -30,6 +30,7 @@
         lastNumber += 2;
         objects.set(lastNumber, object);
         return { $: lastNumber };
+    let pointedAt = document;
     }
 
     function keepElement(element) {
@@ -266,6 +267,10 @@
     // A caret that is there stays where it is.
     function focusBody() {
         if (document.designMode === 'on' && document.body) document.body.focus({ preventScroll: true });
+    function linkAt(node) {
+        return node.closest ? node.closest('a[href]') : null;
+    }
+
     }
 
     function byName(names, value) {
@@ -392,17 +397,20 @@
             putOff.push(type);
             afterEvent.port2.postMessage(null);
         }, true);
-    document.addEventListener('mousemove', () => {
+    document.addEventListener('mousemove', (event) => {
+        pointedAt = event.target;
         if (movePending) return;
         movePending = true;
         requestAnimationFrame(() => {
             movePending = false;
-            post({ event: 'mousemove', control: controlIn(currentRange()) !== null });
+            const link = linkAt(pointedAt);
+            const control = controlIn(currentRange()) !== null;
+            post({ event: 'mousemove', control: control, link: link ? link.href : '' });
         });
     }, true);
     // A click on a link of an editable page only sets the caret.
     document.addEventListener('click', (event) => {
-        const link = event.ctrlKey && document.designMode === 'on' && event.target.closest('a[href]');
+        const link = event.ctrlKey && document.designMode === 'on' && linkAt(event.target);
         if (!link) return;
         event.preventDefault();
         post({ link: link.href });
