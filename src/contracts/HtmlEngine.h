@@ -279,7 +279,8 @@ public:
     virtual TWinControl& Control() = 0;
     // Starts loading the file; Busy is true until it is there. The document of before
     // is gone at once. Of other files the document shows those pictures that are in
-    // PictureCacheFolder and those that the user puts in; nothing comes from a network.
+    // PictureCacheFolder and those that the user has put in, into this document or an
+    // earlier one; nothing comes from a network.
     virtual void Navigate(const std::string& path) = 0;
     virtual bool Busy() = 0;
     // Offers IHTMLDocument2, IHTMLDocument3, IOleCommandTarget, IPersistStreamInit.
@@ -300,9 +301,12 @@ public:
     // The user wants to follow a link to the web or a mailbox, by a click, with Ctrl held
     // while the document is edited; the control itself never leaves the document.
     std::function<void(const std::string& address)> OnLinkClick;
-};
     // The pointer has come onto such a link; empty when it has left it.
     std::function<void(const std::string& address)> OnLinkHover;
+    // The user has changed the document and now pauses, or has left it: its HTML from
+    // the outermost element on, without a call for it. So it outlives the engine's process.
+    std::function<void(const std::u16string& html)> OnTextChanged;
+};
 
 // Makes a browser control in the parent. Raises EOleSysError when the engine cannot be
 // started.

@@ -21,6 +21,9 @@ IWebBrowser& TLateBrowser::Browser() {
     FBrowser->OnLinkHover = [this](const std::string& address) {
         if (OnLinkHover) OnLinkHover(address);
     };
+    FBrowser->OnTextChanged = [this](const std::u16string& html) {
+        if (OnTextChanged) OnTextChanged(html);
+    };
     return *FBrowser;
 }
 

@@ -48,6 +48,7 @@ TfraDescription::TfraDescription(TWinControl* parent, const std::string& name)
     wbrReqDescription->OnDownloadComplete = [this] { wbrReqDescriptionDownloadComplete(); };
     wbrReqDescription->OnLinkClick = [](const std::string& address) { OpenLink(address); };
     wbrReqDescription->OnLinkHover = [this](const std::string& address) { ShowLinkHint(address); };
+    wbrReqDescription->OnTextChanged = [this](const std::u16string& html) { KeepText(html); };
     eddDescription->OnPreHandleEvent = [this](std::int32_t eventDispId, IHTMLEventObj& event) {
         return eddDescriptionPreHandleEvent(eventDispId, event);
     };
@@ -181,12 +182,8 @@ void TfraDescription::SetDirty(bool dirty) {
         target->Exec(hcSetDirty, hoDefault, dirty);
 }
 
-void TfraDescription::KeepText() {
-    try {
-        if (IsDirty()) GetDocumentHTML();
-    } catch (const EOleSysError&) {
-        // A page that cannot be asked is told of when it has to be, at the save.
-    }
+void TfraDescription::KeepText(const std::u16string& html) {
+    if (ShowsCurrentRequirement()) FKeptText = WithBlanks(html);
 }
 
 std::u16string TfraDescription::GetDocumentHTML() {

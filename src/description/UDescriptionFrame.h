@@ -44,8 +44,6 @@ public:
     bool IsDirty();
     // From here on only further changes count.
     void ClearDirty();
-    // Takes a changed text out of the page, so that it outlives the engine's process.
-    void KeepText();
 
     // The document on show from its outermost element on: what a save writes as the
     // description, unless isKeyReferenced. When the engine's process has died, what was
@@ -89,6 +87,8 @@ private:
     void AttachDesigner();
     void DetachDesigner();
     bool ShowsCurrentRequirement();
+    // So that it outlives the engine's process.
+    void KeepText(const std::u16string& html);
 
     // Events
     void wbrReqDescriptionDownloadComplete();

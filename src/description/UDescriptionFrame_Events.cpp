@@ -68,7 +68,6 @@ void TfraDescription::htmlOnFocused() {
 void TfraDescription::htmlOnBlured() {
     FHtmlFocused = false;
     FTabDown = false;
-    KeepText();
     if (FDescriptionToolbar) FDescriptionToolbar->EnableDisable(false);
     Application().SetMessageHook(
         [this](const TKeyMessage& message, bool& handled) { MsgHandler(message, handled); });
@@ -110,11 +109,11 @@ void TfraDescription::OpenLink(const std::string& address) {
     if (Application().MessageBox(SOpenLinkQuestion + address, SMessageCaption, TMessageIcon::Question,
                                  TMessageButtons::YesNo) == TMessageResult::Yes)
         SystemServices().ShellOpen(address);
+}
 
 void TfraDescription::ShowLinkHint(const std::string& address) {
     std::string hint = address.substr(0, LongestAddress);
     if (hint.size() < address.size()) hint += "...";
     if (!hint.empty()) hint += FKeyReferenced ? SClickToOpen : SCtrlClickToOpen;
     wbrReqDescription->Control().SetHint(hint);
-}
 }

@@ -71,7 +71,6 @@ void TfrmQuoraneMain::LockForDescription() {
     if (!fraDescription->IsDirty()) return;
     try {
         FHelpers.LockCurrentRequirement();
-        fraDescription->KeepText();
     } catch (const std::exception&) {
         // Told once; only a further change asks for the lock again.
         fraDescription->ClearDirty();

@@ -105,7 +105,7 @@ inline constexpr char SOpenLinkQuestion[] = "Open this address outside?\n";
 inline constexpr char SClickToOpen[] = "\nClick to open";
 inline constexpr char SCtrlClickToOpen[] = "\nCtrl+Click to open";
 inline constexpr char SEngineGone[] =
-    "The view of the description has stopped working. The text as it was when you left it last is kept.";
+    "The view of the description has stopped working. The text as it was at your last pause is kept.";
 inline constexpr char SLoadAgain[] = "&Load Again";
 inline constexpr char SUnknownReferenceKind[] =
     "IllegalStateException: DocumentRefernce can be only of 3 types (Web, File and Text).";

@@ -1,7 +1,11 @@
 // The engine's process dies under a description.
 #include "description/DescriptionTest.h"
 
+#include <QImage>
+
 #include <csignal>
+
+#include "platform/widgets/QtText.h"
 
 using testing::HasSubstr;
 using testing::Not;
@@ -22,12 +26,18 @@ protected:
         ASSERT_EQ(::kill(static_cast<pid_t>(process), SIGKILL), 0);
         ASSERT_TRUE(WaitUntil([this] { return Frame().pnlEngineGone->Showing(); }));
     }
+    // Until the page has told of the text by itself.
     void Change(const std::string& text) {
+        auto& told = Frame().wbrReqDescription->OnTextChanged;
+        const auto came = std::make_shared<bool>(false);
+        told = [came, tell = told](const std::u16string& html) {
+            tell(html);
+            *came = true;
+        };
         ClickIntoText();
         TypeIntoPage(text);
-        ASSERT_TRUE(WaitForHtml(text));
         ASSERT_TRUE(WaitForLock());
-        NameEdit().SetFocus();
+        ASSERT_TRUE(WaitUntil([&] { return *came; }));
     }
     std::int32_t FNumber;
 };
@@ -55,6 +65,20 @@ TEST_F(TEngineGone, WhatWasTakenFromThePageIsKeptAndCanBeSaved) {
     User->Click("btnSave");
     EXPECT_THAT(DescriptionOnServer(FNumber), HasSubstr("qzx"));
     EXPECT_FALSE(Frame().IsDirty());
+}
+
+TEST_F(TEngineGone, APictureFromTheDiskShowsInTheKeptText) {
+    const TTempFolder folder;
+    QImage image(23, 5, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(ToQt(folder.File("new.png"))));
+    ClickIntoText();
+    Dialogs.AnswerFile(folder.File("new.png"));
+    User->Click("btnInsertImage");
+    Change("qzx");
+    Kill();
+    User->Click("btnLoadAgain");
+    EXPECT_TRUE(ShowsPictures(QStringLiteral("23,520"))) << Html();
 }
 
 TEST_F(TEngineGone, ASaveWritesTheKeptText) {

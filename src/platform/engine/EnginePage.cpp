@@ -50,7 +50,6 @@ QString ChannelScript() {
 
 void TFileGuard::SetDocument(const QString& path) {
     FDocument = QFileInfo(path).absoluteFilePath();
-    FAllowed.clear();
 }
 
 bool TFileGuard::AllowsPicture(const QUrl& url) const {

@@ -26,6 +26,8 @@ public:
     using QWebEngineUrlRequestInterceptor::QWebEngineUrlRequestInterceptor;
 
     void SetDocument(const QString& path);
+    // From here on, in this document and later ones: a text that is loaded again after
+    // the engine's process died still holds what the user had put in.
     void Allow(const QString& path) { FAllowed.insert(QFileInfo(path).canonicalFilePath()); }
 
     void interceptRequest(QWebEngineUrlRequestInfo& info) override;
@@ -106,10 +108,10 @@ public:
     bool Calling() const { return FCallDepth > 0; }
 
     TFileGuard& Guard() { return *FGuard; }
-    // Takes news in, which OnMessage gives out in order.
-    void Hear(const QJsonObject& message);
     // Whether a link to there may be followed.
     static bool LeadsOutside(const QUrl& url);
+    // Takes news in, which OnMessage gives out in order.
+    void Hear(const QJsonObject& message);
 
     // News from the agent, never while a call waits.
     std::function<void(const QJsonObject& message)> OnMessage;

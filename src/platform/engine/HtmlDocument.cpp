@@ -166,6 +166,8 @@ void THtmlDocument::Tell(const QJsonObject& message) {
     } else if (message[QStringLiteral("epoch")] == FEpoch) {
         // News from before the last setting of the dirty state says nothing any more.
         FDirty = message[QStringLiteral("dirty")].toBool();
+        const QJsonValue html = message[QStringLiteral("html")];
+        if (html.isString() && OnTextChanged) OnTextChanged(html.toString().toStdU16String());
     }
 }
 

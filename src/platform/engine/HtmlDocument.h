@@ -39,6 +39,7 @@ public:
     // News from the page.
     void Tell(const QJsonObject& message);
     void TellFocus(bool focused);
+    std::function<void(const std::u16string& html)> OnTextChanged;
     bool Alive() const { return FObject.Alive(); }
     bool Editing() const { return FEditing; }
 

@@ -112,16 +112,16 @@ void TWebBrowser::SetFocus() {
 
 void TWebBrowser::Loaded() {
     FDocument = FPage->Ready() ? std::make_shared<THtmlDocument>(*FPage) : nullptr;
+    if (FDocument)
+        FDocument->OnTextChanged = [this](const std::u16string& html) {
+            if (OnTextChanged) ::Application().Dispatch(FControl, [&] { OnTextChanged(html); });
+        };
     WatchFocus();
     if (OnDownloadComplete) ::Application().Dispatch(FControl, [this] { OnDownloadComplete(); });
     // Nobody listened to the document when the focus came.
     if (FDocument && FFocusWidget && FFocusWidget->hasFocus()) FDocument->TellFocus(true);
 }
 
-// The widget that takes the keys is made late and anew after the engine's process died.
-void TWebBrowser::WatchFocus() {
-    QWidget* proxy = FControl ? FControl->focusProxy() : nullptr;
-    if (!proxy || proxy == FFocusWidget) return;
 void TWebBrowser::Hear(const QJsonObject& message) {
     const auto document = FDocument;
     if (!document) return;
@@ -137,6 +137,10 @@ void TWebBrowser::TellHover(const QString& address) {
     ::Application().Dispatch(FControl, [&] { OnLinkHover(FromQt(link)); });
 }
 
+// The widget that takes the keys is made late and anew after the engine's process died.
+void TWebBrowser::WatchFocus() {
+    QWidget* proxy = FControl ? FControl->focusProxy() : nullptr;
+    if (!proxy || proxy == FFocusWidget) return;
     FFocusWidget = proxy;
     proxy->installEventFilter(this);
     // With the old widget the focus went nowhere.

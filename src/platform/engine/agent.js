@@ -23,14 +23,18 @@
     // Counts the settings of the dirty state from outside; tells late news apart.
     let epoch = 0;
     let movePending = false;
+    // Counts the changes, and up to which of them the text was told.
+    let changes = 0;
+    let told = 0;
+    const PauseMilliseconds = 1000;
     // The other side holds the state of the selection.
     let selectionTold = false;
+    let pointedAt = document;
 
     function keep(object) {
         lastNumber += 2;
         objects.set(lastNumber, object);
         return { $: lastNumber };
-    let pointedAt = document;
     }
 
     function keepElement(element) {
@@ -49,10 +53,20 @@
         else waiting.push(message);
     }
 
-    function setDirty(value) {
-        if (dirty === value) return;
-        dirty = value;
-        post({ dirty: value, epoch: epoch });
+    // Timers do not run where the document's own scripts may not, tasks do.
+    function changed() {
+        if (!dirty) post({ dirty: true, epoch: epoch });
+        dirty = true;
+        const change = ++changes;
+        scheduler.postTask(() => {
+            if (change === changes) tellText();
+        }, { delay: PauseMilliseconds });
+    }
+
+    function tellText() {
+        if (told === changes) return;
+        told = changes;
+        post({ dirty: true, epoch: epoch, html: document.documentElement.outerHTML });
     }
 
     function tellStale() {
@@ -98,7 +112,7 @@
 
     function run(command, value) {
         const done = document.execCommand(command, false, value === null ? undefined : String(value));
-        if (done) setDirty(true);
+        if (done) changed();
         return done;
     }
 
@@ -253,6 +267,10 @@
         return value !== null && /^-?\d{1,9}$/.test(value) ? Number(value) : value;
     }
 
+    function linkAt(node) {
+        return node.closest ? node.closest('a[href]') : null;
+    }
+
     function selectionType() {
         const range = currentRange();
         if (controlIn(range)) return 'Control';
@@ -267,10 +285,6 @@
     // A caret that is there stays where it is.
     function focusBody() {
         if (document.designMode === 'on' && document.body) document.body.focus({ preventScroll: true });
-    function linkAt(node) {
-        return node.closest ? node.closest('a[href]') : null;
-    }
-
     }
 
     function byName(names, value) {
@@ -292,6 +306,8 @@
         setDirty(_, value, newEpoch) {
             epoch = newEpoch;
             dirty = value;
+            if (value) changed();
+            else told = ++changes;
         },
         documentElement: () => keepElement(document.documentElement),
         createElement: (_, tag) => keepElement(document.createElement(tag)),
@@ -416,10 +432,11 @@
         post({ link: link.href });
     }, true);
     document.addEventListener('input', () => {
-        setDirty(true);
+        changed();
         tellStale();
     }, true);
     document.addEventListener('selectionchange', tellStale);
+    window.addEventListener('blur', tellText);
     window.addEventListener('focus', (event) => {
         if (event.target === window || event.target === document) focusBody();
     });
