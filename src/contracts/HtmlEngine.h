@@ -117,8 +117,8 @@ public:
     virtual std::u16string get_text() = 0;
     // The caret's place nearest to a point of the window, in pixels.
     virtual void moveToPoint(std::int32_t x, std::int32_t y) = 0;
-    // Units are "character", "word", "textedit". Moves are sent with the next call that
-    // reads or changes; a negative count moves back.
+    // The unit is "word". Moves are sent with the next call that reads or changes; a
+    // negative count moves back.
     virtual void moveStart(const std::string& unit, std::int32_t count) = 0;
     virtual void moveEnd(const std::string& unit, std::int32_t count) = 0;
     virtual void collapse(bool toStart) = 0;
@@ -140,8 +140,8 @@ public:
     virtual std::string get_type() = 0;
     // An IHTMLTxtRange or an IHTMLControlRange. It is tied to the selection when it is
     // first changed or read, which fails when the selection has become the other kind;
-    // until then it answers queryCommandValue for the
-    // selection, all commands of it in one call of the engine.
+    // until then it answers queryCommandValue for the selection, all commands of it in
+    // one call of the engine.
     virtual THtmlHandle<IHTMLRange> createRange() = 0;
 };
 
@@ -156,7 +156,9 @@ public:
 class IHTMLEditDesigner {
 public:
     virtual ~IHTMLEditDesigner();
-    // hsFalse lets the engine go on with the event. May call the engine.
+    // Comes when the page is done with the event, so that the designer may call the engine
+    // and sees what the event did; the answer, hsFalse to let the engine go on, holds
+    // nothing back any more.
     virtual THtmlStatus PreHandleEvent(std::int32_t eventDispId, IHTMLEventObj& event) = 0;
 };
 
@@ -243,7 +245,7 @@ inline constexpr auto heOnBlur = static_cast<std::int32_t>(0x80010000);
 class IHTMLDocument2 : public virtual IHtmlObject {
 public:
     ~IHTMLDocument2() override;
-    // "On" or "Off".
+    // "On" or "Off"; raises for anything else.
     virtual void put_designMode(const std::string& mode) = 0;
     virtual std::string get_designMode() = 0;
     // Only "utf-8", which every document of this engine has.

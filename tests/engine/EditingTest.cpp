@@ -33,9 +33,28 @@ TEST_F(EngineEditing, ReadOnlyDocumentTakesNoTyping) {
     FBrowser.SetFocus();
     Type("new");
     EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "Off");
+    EXPECT_NE(Document<IOleCommandTarget>()->Exec(hcBulletList, hoDontPromptUser, {}), hsOk);
     EXPECT_THAT(Html(), Not(HasSubstr("new")));
     EXPECT_THROW(TextRange()->pasteHTML(u"x"), EOleSysError);
     EXPECT_FALSE(Dirty());
+}
+
+TEST_F(EngineEditing, ModeOrCharsetThatTheEngineHasNotIsRefused) {
+    Edit("<p>old</p>");
+    const auto document = Document<IHTMLDocument2>();
+    EXPECT_THROW(document->put_designMode("on"), EOleSysError);
+    EXPECT_EQ(document->get_designMode(), "On");
+    EXPECT_THROW(document->put_charset("latin1"), EOleSysError);
+    EXPECT_NO_THROW(document->put_charset("utf-8"));
+}
+
+TEST_F(EngineEditing, EmptiedDocumentIsClean) {
+    Edit("<html lang='de'><body class='x'><p>old</p></body></html>");
+    Type("x");
+    ASSERT_TRUE(WaitUntil([this] { return Dirty(); }));
+    EXPECT_EQ(Document<IPersistStreamInit>()->InitNew(), hsOk);
+    EXPECT_FALSE(Dirty());
+    EXPECT_EQ(Html(), "<html><head></head><body></body></html>");
 }
 
 TEST_F(EngineEditing, DirtyStateIsSetAndClearedByCommand) {
@@ -70,6 +89,7 @@ TEST_P(EngineFormats, AreWrittenAndReadBack) {
     EXPECT_TRUE(TextRange()->execCommand(row.Name, false, row.Value));
     EXPECT_EQ(TextRange()->queryCommandValue(row.Name), row.Shown);
     EXPECT_THAT(Html(), HasSubstr(row.Html));
+    EXPECT_TRUE(WaitUntil([this] { return Dirty(); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, EngineFormats,
@@ -83,6 +103,26 @@ INSTANTIATE_TEST_SUITE_P(Rows, EngineFormats,
                                          TFormatRow{"JustifyCenter", true, true, "center"},
                                          TFormatRow{"JustifyRight", true, true, "right"}),
                          [](const auto& row) { return row.param.Name; });
+
+TEST_F(EngineEditing, FormatsOfAControlAreWrittenAndReadBack) {
+    Edit("<body style='margin:0'><table border=20 width=200 height=100><tr><td>cell</td></tr></table></body>");
+    Click(5, 50);
+    const auto selection = Document<IHTMLDocument2>()->get_selection();
+    ASSERT_TRUE(WaitUntil([&] { return selection->get_type() == "Control"; }));
+    const auto range = std::dynamic_pointer_cast<IHTMLControlRange>(selection->createRange());
+    for (const char* side : {"Right", "Center", "Left"}) {
+        const std::string name = std::string("Justify") + side;
+        EXPECT_TRUE(range->execCommand(name, false, true));
+        EXPECT_EQ(range->queryCommandValue(name), THtmlValue(true)) << name;
+    }
+    EXPECT_TRUE(range->execCommand("Bold", false, true));
+    EXPECT_THAT(Html(), HasSubstr("<b>cell</b>"));
+}
+
+TEST_F(EngineEditing, FirstFontOfAListCounts) {
+    Edit("<p style='font-family:\"Courier New\", monospace'>text</p>");
+    EXPECT_EQ(TextRange()->queryCommandValue("FontName"), Text(u"Courier New"));
+}
 
 TEST_F(EngineEditing, ListsToggleAndTellTheirState) {
     Edit("<p>text</p>");
@@ -106,6 +146,8 @@ TEST_F(EngineEditing, CommandsAtTheCaretHoldForTheNextLetters) {
     Edit("<p>text</p>");
     for (const char* name : {"Bold", "Italic"})
         EXPECT_TRUE(TextRange()->execCommand(name, false, true));
+    Html();
+    EXPECT_FALSE(Dirty());
     Type("x");
     EXPECT_TRUE(WaitUntil([this] { return Html().find("<b><i>x</i></b>text") != std::string::npos; }))
         << Html();
@@ -197,6 +239,8 @@ TEST_F(EngineEditing, WordUnderThePointIsFoundAcrossMarkUp) {
     std::erase(words, u"");
     EXPECT_THAT(words, ElementsAre(u"alpha", u"beta", u"gamma", u"delta", u"epsilon", u"zeta"));
     EXPECT_EQ(WordAt(20, 400), u"");
+    static_cast<TBrowserControl&>(FBrowser.Control()).page()->setZoomFactor(2);
+    EXPECT_TRUE(WaitUntil([this] { return WordAt(40, 250) == u"delta"; }));
 }
 
 TEST_F(EngineEditing, TableIsBuiltOutsideTheDocumentWithoutWaiting) {

@@ -158,6 +158,21 @@ TEST_F(EngineEvents, WindowTellsOfFocusUntilItIsLeft) {
     EXPECT_EQ(FListening.Focus.size(), 2u);
 }
 
+TEST_F(EngineEvents, FocusThatGoesDuringALoadIsTold) {
+    QLineEdit other(&FForm);
+    other.setGeometry(0, 400, 100, 30);
+    other.show();
+    Edit("<p>text</p>");
+    FBrowser.OnDownloadComplete = [this] {
+        std::uint32_t cookie = 0;
+        std::dynamic_pointer_cast<IConnectionPoint>(FBrowser.Document())->Advise(FListening, cookie);
+    };
+    FBrowser.Navigate(FFolder.File("description.html"));
+    other.setFocus();
+    ASSERT_TRUE(WaitUntil([this] { return !FBrowser.Busy(); }));
+    EXPECT_THAT(FListening.Focus, ElementsAre("blur"));
+}
+
 TEST_F(EngineEvents, FailingDesignerEndsInTheErrorBox) {
     Edit("<p>text</p>");
     Services().AddDesigner(FListening);

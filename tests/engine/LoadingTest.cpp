@@ -99,10 +99,11 @@ TEST_F(EngineLoading, ProcessThatDiesDuringALoadEndsIt) {
 }
 
 TEST_F(EngineLoading, HungEngineFailsCallsUntilItComesRound) {
-    Load("<p>kept</p>");
+    Edit("<p>kept</p>");
     FBrowser.SetLimits({std::chrono::milliseconds(50), std::chrono::milliseconds(50)});
     SignalEngine(SIGSTOP);
     EXPECT_THROW(Html(), EOleSysError);
+    EXPECT_NE(Document<IOleCommandTarget>()->Exec(hcSetDirty, hoDefault, false), hsOk);
     const auto calls = FBrowser.EngineCalls();
     EXPECT_THROW(Html(), EOleSysError);
     EXPECT_EQ(FBrowser.EngineCalls(), calls);
@@ -116,6 +117,9 @@ TEST_F(EngineLoading, HungEngineFailsCallsUntilItComesRound) {
         }
     };
     EXPECT_TRUE(WaitUntil([&] { return html().find("kept") != std::string::npos; }));
+    // What was refused must not keep the page's news from being heard.
+    Type("x");
+    EXPECT_TRUE(WaitUntil([this] { return Dirty(); }));
 }
 
 TEST_F(EngineLoading, LoadWithoutAnEndIsGivenUp) {

@@ -112,6 +112,7 @@ void TEnginePage::InstallAgent() {
 }
 
 void TEnginePage::Load(const QString& path) {
+    SendPosted();
     LeaveDocument();
     FNews.clear();
     FMove.reset();
@@ -213,6 +214,8 @@ void TEnginePage::TellLink(const QUrl& url) {
 }
 
 void TEnginePage::Hear(const QJsonObject& message) {
+    // Whoever tells news takes calls as well.
+    FHung = false;
     if (message[QStringLiteral("event")] == QStringLiteral("mousemove")) {
         HearMove(message);
         return;

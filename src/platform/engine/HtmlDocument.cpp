@@ -1,13 +1,12 @@
 #include "platform/engine/HtmlDocument.h"
 
+#include "contracts/EventDispatch.h"
 #include "contracts/Exceptions.h"
 #include "platform/widgets/Application.h"
 
 #include <algorithm>
 
 namespace {
-
-constexpr std::uint16_t MethodCall = 1;
 
 class TSelection : public IHTMLSelectionObject {
 public:
@@ -72,8 +71,10 @@ THtmlDocument::THtmlDocument(TEnginePage& page)
     : FObject(page, 0) {}
 
 void THtmlDocument::put_designMode(const std::string& mode) {
-    FEditing = mode == "On";
-    FObject.Call("setDesignMode", {FEditing ? QStringLiteral("on") : QStringLiteral("off")});
+    const bool editing = mode == "On";
+    if (!editing && mode != "Off") throw EOleSysError("The design mode is On or Off.", hsFail);
+    FObject.Call("setDesignMode", {editing ? QStringLiteral("on") : QStringLiteral("off")});
+    FEditing = editing;
 }
 
 std::string THtmlDocument::get_designMode() {
@@ -94,6 +95,7 @@ THtmlHandle<IHTMLElement> THtmlDocument::createElement(const std::string& tagNam
 }
 
 THtmlHandle<IHTMLWindow2> THtmlDocument::get_parentWindow() {
+    FObject.Page();
     return shared_from_this();
 }
 
@@ -109,12 +111,21 @@ THtmlStatus THtmlDocument::Exec(std::uint32_t command, std::uint32_t, const THtm
     if (command == hcSetDirty) {
         const bool* dirty = std::get_if<bool>(&in);
         if (!dirty) return hsFail;
-        FDirty = *dirty;
-        return Status([&] { FObject.Post("setDirty", {FDirty, ++FEpoch}); });
+        return Status([&] { SetDirty(*dirty); });
     }
     const QString name = CommandName(command);
     if (name.isEmpty()) return hsFail;
-    return Status([&] { FObject.Call("command", {name}); });
+    return Status([&] {
+        if (!FObject.Call("command", {name}).toBool())
+            throw EOleSysError("The command is not allowed here.", hsFail);
+    });
+}
+
+// What is refused leaves the state as it was, or later news of it would go unheard.
+void THtmlDocument::SetDirty(bool dirty) {
+    FObject.Post("setDirty", {dirty, FEpoch + 1});
+    ++FEpoch;
+    FDirty = dirty;
 }
 
 THtmlStatus THtmlDocument::QueryStatus(std::uint32_t command, std::uint32_t& flags) {
@@ -132,10 +143,14 @@ THtmlStatus THtmlDocument::IsDirty() {
 }
 
 THtmlStatus THtmlDocument::InitNew() {
-    return Status([&] { FObject.Post("initNew"); });
+    return Status([&] {
+        FObject.Post("initNew");
+        SetDirty(false);
+    });
 }
 
 THtmlStatus THtmlDocument::AddDesigner(IHTMLEditDesigner& designer) {
+    if (!Alive()) return hsFail;
     if (std::ranges::find(FDesigners, &designer) == FDesigners.end()) FDesigners.push_back(&designer);
     return hsOk;
 }
@@ -151,6 +166,8 @@ THtmlStatus THtmlDocument::FindConnectionPoint(const std::string& interfaceId,
 }
 
 THtmlStatus THtmlDocument::Advise(IHtmlEventSink& sink, std::uint32_t& cookie) {
+    cookie = 0;
+    if (!Alive()) return hsFail;
     cookie = ++FLastCookie;
     FSinks.emplace(cookie, &sink);
     return hsOk;
@@ -184,6 +201,6 @@ void THtmlDocument::TellFocus(bool focused) {
         if (!FSinks.contains(cookie)) continue;
         THtmlValue result;
         Application().Dispatch(nullptr,
-                               [&] { sink->Invoke(focused ? heOnFocus : heOnBlur, MethodCall, {}, result); });
+                               [&] { sink->Invoke(focused ? heOnFocus : heOnBlur, Ole::DispatchMethod, {}, result); });
     }
 }

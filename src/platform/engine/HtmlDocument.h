@@ -44,6 +44,7 @@ public:
     bool Editing() const { return FEditing; }
 
 private:
+    void SetDirty(bool dirty);
     void TellDesigners(const QString& type);
 
     TPageObject FObject;

@@ -147,7 +147,9 @@ public:
 
     std::u16string get_text() override { return FRange.Read("rangeText").toString().toStdU16String(); }
     void moveToPoint(std::int32_t x, std::int32_t y) override {
-        FRange.Move({QStringLiteral("point"), x, y});
+        // The page counts in pixels of its own, which the user may have enlarged.
+        const qreal zoom = FRange.Page().zoomFactor();
+        FRange.Move({QStringLiteral("point"), x / zoom, y / zoom});
     }
     void moveStart(const std::string& unit, std::int32_t count) override {
         FRange.Move({QStringLiteral("start"), Text(unit), count});
@@ -222,7 +224,8 @@ TEnginePage& TPageObject::Page() const {
 
 QJsonValue TPageObject::Run(const char* operation, const QJsonArray& arguments, bool reads) const {
     const QJsonValue value =
-        Page().Call({QString::fromLatin1(operation), FNumber, arguments, std::exchange(FMoves, {}), reads});
+        Page().Call({QString::fromLatin1(operation), FNumber, arguments, FMoves, reads});
+    FMoves = {};
     if (FNumber >= 0) return value;
     FNumber = NumberOf(value);
     return value[QLatin1String("value")];

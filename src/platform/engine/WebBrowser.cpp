@@ -118,8 +118,16 @@ void TWebBrowser::Loaded() {
         };
     WatchFocus();
     if (OnDownloadComplete) ::Application().Dispatch(FControl, [this] { OnDownloadComplete(); });
-    // Nobody listened to the document when the focus came.
-    if (FDocument && FFocusWidget && FFocusWidget->hasFocus()) FDocument->TellFocus(true);
+    // Nobody listened to the document when the focus came or went.
+    const bool focused = FFocusWidget && FFocusWidget->hasFocus();
+    if (FDocument && (focused || FToldFocus)) TellFocus(focused);
+}
+
+void TWebBrowser::TellFocus(bool focused) {
+    FToldFocus = focused;
+    // A listener may load another document.
+    const auto document = FDocument;
+    document->TellFocus(focused);
 }
 
 void TWebBrowser::Hear(const QJsonObject& message) {
@@ -169,6 +177,6 @@ bool TWebBrowser::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     // The context menu is a part of the editor.
-    if (reason != Qt::PopupFocusReason && document) document->TellFocus(gained);
+    if (reason != Qt::PopupFocusReason && document) TellFocus(gained);
     return false;
 }

@@ -47,6 +47,8 @@ private:
     void Loaded();
     void Hear(const QJsonObject& message);
     void TellHover(const QString& address);
+    // Call only while there is a document.
+    void TellFocus(bool focused);
     void WatchFocus();
 
     // The page has to go before its profile.
@@ -54,6 +56,7 @@ private:
     std::unique_ptr<TEnginePage> FPage;
     QPointer<TBrowserControl> FControl;
     QPointer<QWidget> FFocusWidget;
+    bool FToldFocus = false;
     // The focus was here when the engine's process died.
     bool FTakeFocus = false;
     std::shared_ptr<THtmlDocument> FDocument;

@@ -111,9 +111,7 @@
     }
 
     function run(command, value) {
-        const done = document.execCommand(command, false, value === null ? undefined : String(value));
-        if (done) changed();
-        return done;
+        return document.execCommand(command, false, value === null ? undefined : String(value));
     }
 
     // Colours travel as numbers with red in the low byte.
@@ -133,7 +131,8 @@
         if (value === '' || value === false || value === null) return null;
         if (/^fontsize$/i.test(name)) return Number(value);
         if (/color$/i.test(name)) return colorNumber(value);
-        return String(value).replace(/^["']|["']$/g, '');
+        // Of a list of fonts the first one counts.
+        return /^\s*(?:"([^"]*)"|'([^']*)'|([^,]*))/.exec(value).slice(1).join('').trim();
     }
 
     function blockOf(node) {
@@ -301,7 +300,9 @@
         },
         designMode: () => (document.designMode === 'on' ? 'On' : 'Off'),
         initNew() {
-            document.documentElement.innerHTML = '<head></head><body></body>';
+            const root = document.documentElement;
+            for (const name of root.getAttributeNames()) root.removeAttribute(name);
+            root.innerHTML = '<head></head><body></body>';
         },
         setDirty(_, value, newEpoch) {
             epoch = newEpoch;
@@ -328,8 +329,11 @@
             return done;
         },
         rangeValue(state, name) {
+            const selected = currentRange().cloneRange();
             select(state.range);
-            return commandValue(name);
+            const value = commandValue(name);
+            select(selected);
+            return value;
         },
         rangeText: (state) => state.range.toString(),
         rangeParent(state) {
