@@ -102,6 +102,29 @@ bool IsBlock(const xmlNode& element) {
     return element.type == XML_ELEMENT_NODE && std::ranges::binary_search(Blocks, View(element.name));
 }
 
+bool IsBlank(const xmlNode& node) {
+    if (node.type == XML_COMMENT_NODE) return true;
+    return node.type == XML_TEXT_NODE && xmlIsBlankNode(&node);
+}
+
+xmlNode* NewElement(xmlDoc* document, const char* name) {
+    return xmlNewDocNode(document, nullptr, reinterpret_cast<const xmlChar*>(name), nullptr);
+}
+
+void Rename(xmlNode& element, const char* name) {
+    xmlNodeSetName(&element, reinterpret_cast<const xmlChar*>(name));
+}
+
+void Remove(xmlNode* node) {
+    xmlUnlinkNode(node);
+    xmlFreeNode(node);
+}
+
+void Unwrap(xmlNode* element) {
+    EachChild(*element, [element](xmlNode* child) { xmlAddPrevSibling(element, child); });
+    Remove(element);
+}
+
 std::size_t FindTag(std::string_view html, std::string_view tag) {
     const auto same = [](char a, char b) { return Lower(a) == b; };
     return static_cast<std::size_t>(std::ranges::search(html, tag, same).begin() - html.begin());

@@ -51,8 +51,27 @@ bool IsElement(const xmlNode& node, std::string_view name);
 // Whether the element begins a line of its own.
 bool IsBlock(const xmlNode& element);
 
+// White space or a comment.
+bool IsBlank(const xmlNode& node);
+
+// A node of its own, for the caller to put into the document.
+xmlNode* NewElement(xmlDoc* document, const char* name);
+void Rename(xmlNode& element, const char* name);
+// The node and what is in it.
+void Remove(xmlNode* node);
+// Leaves what is in it in its place.
+void Unwrap(xmlNode* element);
+
 // Where a tag begins, written with its bracket ("<body"); the text's size for nowhere.
 std::size_t FindTag(std::string_view html, std::string_view tag);
+
+// The visitor may take the child out or put others before it.
+template<class Visit> void EachChild(const xmlNode& parent, Visit visit) {
+    for (xmlNode *child = parent.children, *next = nullptr; child; child = next) {
+        next = child->next;
+        visit(child);
+    }
+}
 
 // Calls `enter` for each node below the parent in its order, and `leave` for each
 // element when its content is through. Where `enter` gives false, the content is

@@ -11,20 +11,6 @@ bool IsList(const xmlNode& node) {
            IsElement(node, "dir");
 }
 
-bool IsBlank(const xmlNode& node) {
-    if (node.type == XML_COMMENT_NODE) return true;
-    return node.type == XML_TEXT_NODE && xmlIsBlankNode(&node);
-}
-
-void Free(xmlNode* node) {
-    xmlUnlinkNode(node);
-    xmlFreeNode(node);
-}
-
-const xmlChar* Name(const char* name) {
-    return reinterpret_cast<const xmlChar*>(name);
-}
-
 // Puts nodes to their place one after another, and what stands in a line together
 // into an element of its own.
 class Placer {
@@ -41,9 +27,9 @@ public:
     }
 
     void Inline(xmlNode* node) {
-        if (!FLine && IsBlank(*node)) return Free(node);
+        if (!FLine && IsBlank(*node)) return Remove(node);
         if (!FLine) {
-            FLine = xmlNewDocNode(node->doc, nullptr, Name(FLineElement), nullptr);
+            FLine = NewElement(node->doc, FLineElement);
             FPlace(FLine);
         }
         xmlUnlinkNode(node);
@@ -58,14 +44,6 @@ private:
     xmlNode* FLine = nullptr; // in its place already
 };
 
-// The visitor may take the child out.
-void EachChild(const xmlNode& parent, const std::function<void(xmlNode*)>& visit) {
-    for (xmlNode *child = parent.children, *next = nullptr; child; child = next) {
-        next = child->next;
-        visit(child);
-    }
-}
-
 void RemoveList(xmlNode* list) {
     Placer placer("p", [list](xmlNode* node) { xmlAddPrevSibling(list, node); });
     const auto place = [&](xmlNode* node) { IsBlock(*node) ? placer.Block(node) : placer.Inline(node); };
@@ -75,7 +53,7 @@ void RemoveList(xmlNode* list) {
         EachChild(*item, place);
         placer.EndLine();
     });
-    Free(list);
+    Remove(list);
 }
 
 void RemoveListsIn(const xmlNode& parent) {
@@ -90,14 +68,13 @@ void RemoveListsIn(const xmlNode& parent) {
 void MakeList(const HtmlDocument& document, ListKind kind) {
     xmlNode* const body = document.Body();
     if (!body) return;
-    xmlNode* const list =
-        xmlNewDocNode(body->doc, nullptr, Name(kind == ListKind::Ordered ? "ol" : "ul"), nullptr);
+    xmlNode* const list = NewElement(body->doc, kind == ListKind::Ordered ? "ol" : "ul");
     Placer placer("li", [list](xmlNode* node) {
         xmlNode* item = node;
         if (IsElement(*node, "p") || IsElement(*node, "div")) {
-            xmlNodeSetName(node, Name("li"));
+            Rename(*node, "li");
         } else if (!IsElement(*node, "li")) {
-            item = xmlNewDocNode(node->doc, nullptr, Name("li"), nullptr);
+            item = NewElement(node->doc, "li");
             xmlAddChild(item, node);
         }
         xmlAddChild(list, item);
@@ -105,10 +82,10 @@ void MakeList(const HtmlDocument& document, ListKind kind) {
     const std::function<void(xmlNode*)> place = [&](xmlNode* node) {
         if (IsList(*node)) {
             EachChild(*node, place);
-            Free(node);
+            Remove(node);
         } else if (IsElement(*node, "br")) {
             placer.EndLine();
-            Free(node);
+            Remove(node);
         } else {
             IsBlock(*node) ? placer.Block(node) : placer.Inline(node);
         }

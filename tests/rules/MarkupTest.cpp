@@ -46,6 +46,14 @@ INSTANTIATE_TEST_SUITE_P(
            MarkupCase{"RowsWithoutABody", "<table border=0 width=100%><tr><td nowrap>x</table>",
                       "<table border=\"0\" width=\"100%\"><tbody><tr><td "
                       "nowrap=\"nowrap\">x</td></tr></tbody></table>"},
+           MarkupCase{"StraysInATable",
+                      "<table>a<tr>b<td>c</td><i>d</i></tr> <p>e</p><tr><td>f</td></tr></table>",
+                      "ab<i>d</i><p>e</p><table><tbody><tr><td>c</td></tr> "
+                      "<tr><td>f</td></tr></tbody></table>"},
+           MarkupCase{"FormInATable", "<table><form><tr><td>a</td></tr></form></table>",
+                      "<table><tbody><tr><td>a</td></tr></tbody></table>"},
+           MarkupCase{"CellsWithoutATable", "<p>a</p><td>b</td><td>c</td>",
+                      "<p>a</p><div>b</div><div>c</div>"},
            MarkupCase{"BareAddress", "<a href=http://example.org/a/b?c=1&amp;d=2>x</a>",
                       "<a href=\"http://example.org/a/b?c=1&amp;d=2\">x</a>"},
            MarkupCase{"BracketInAttribute", "<p title=\"a > b\">x</p>", "<p title=\"a &gt; b\">x</p>"},

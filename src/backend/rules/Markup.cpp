@@ -2,6 +2,7 @@
 
 #include "backend/rules/MarkupPolicy.h"
 #include "backend/rules/Refusal.h"
+#include "markup/HtmlNesting.h"
 #include "markup/HtmlWriter.h"
 
 namespace Backend {
@@ -33,7 +34,24 @@ std::string_view Trimmed(std::string_view text) {
     return text;
 }
 
-// Writes what the policy keeps of a document. All that is written is escaped, so it
+// Takes out the elements that the policy does not keep. Returns whether it left what was
+// in one.
+bool Prune(const xmlNode& parent) {
+    bool unwrapped = false;
+    Markup::EachChild(parent, [&](xmlNode* child) {
+        const bool isElement = child->type == XML_ELEMENT_NODE;
+        if (!isElement && child->type != XML_TEXT_NODE) return Markup::Remove(child);
+        const ElementRule rule = isElement ? RuleOfElement(View(child->name)) : ElementRule::Keep;
+        if (rule == ElementRule::Drop) return Markup::Remove(child);
+        if (isElement) unwrapped |= Prune(*child);
+        if (rule != ElementRule::Unwrap) return;
+        Markup::Unwrap(child);
+        unwrapped = true;
+    });
+    return unwrapped;
+}
+
+// Writes what the policy keeps of the elements that are left. All that is written is escaped, so it
 // reads the same whatever reads it.
 class CleanWriter {
 public:
@@ -52,7 +70,6 @@ public:
     }
 
     std::string Take() { return std::move(FText); }
-    bool Unwrapped() const { return FUnwrapped; }
     void Write(std::string_view text) { FText += text; }
 
 private:
@@ -63,32 +80,13 @@ private:
             Element(node);
     }
 
-    // Browsers put rows into a body that nobody wrote, and an editor sends it back.
-    void Table(const xmlNode& table) {
-        bool inBody = false;
-        for (const xmlNode* node = table.children; node; node = node->next) {
-            const bool isRow = node->type == XML_ELEMENT_NODE && View(node->name) == "tr";
-            if (isRow && !inBody) Write("<tbody>");
-            if (!isRow && inBody && node->type == XML_ELEMENT_NODE) Write("</tbody>");
-            if (node->type == XML_ELEMENT_NODE) inBody = isRow;
-            Node(*node);
-        }
-        if (inBody) Write("</tbody>");
-    }
-
     void Element(const xmlNode& element) {
         const std::string_view name = View(element.name);
-        const ElementRule rule = RuleOfElement(name);
-        if (rule == ElementRule::Drop) return;
-        FUnwrapped |= rule == ElementRule::Unwrap;
-        if (rule == ElementRule::Unwrap || name == "body") return Content(element);
+        if (name == "body") return Content(element);
         StartTag(element);
         if (Markup::IsEmptyElement(name)) return Write(" />");
         Write(">");
-        if (name == "table")
-            Table(element);
-        else
-            Content(element);
+        Content(element);
         Write("</");
         Write(name);
         Write(">");
@@ -131,18 +129,14 @@ private:
     }
 
     std::string FText;
-    bool FUnwrapped = false;
 };
 
-CleanWriter Cleaned(std::string_view html) {
-    const HtmlDocument document(html);
-    if (document.Lost()) throw MarkupViolation(NotWellFormed);
+std::string Written(const HtmlDocument& document) {
     const xmlNode* const root = document.Root();
     CleanWriter writer;
-    if (!root) return writer;
     if (!document.IsWhole()) {
         writer.Content(*root);
-        return writer;
+        return writer.Take();
     }
     writer.Write("<html><head></head>");
     if (const xmlNode* const body = document.Body())
@@ -152,7 +146,18 @@ CleanWriter Cleaned(std::string_view html) {
     writer.Write(">");
     writer.Content(*root);
     writer.Write("</body></html>");
-    return writer;
+    return writer.Take();
+}
+
+std::string Cleaned(std::string_view html) {
+    const HtmlDocument document(html);
+    if (document.Lost()) throw MarkupViolation(NotWellFormed);
+    if (!document.Root()) return {};
+    const bool unwrapped = Prune(*document.Root());
+    Markup::MendTables(document);
+    std::string clean = Written(document);
+    // What stood apart in an element that is gone may not nest without it.
+    return unwrapped ? Cleaned(clean) : clean;
 }
 
 // Empty for a piece of mark-up, which has none.
@@ -167,9 +172,7 @@ std::string CleanMarkup(std::string_view html) {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
     if (html.starts_with(mark)) html.remove_prefix(mark.size());
     if (Trimmed(html).empty()) return {};
-    CleanWriter writer = Cleaned(html);
-    // What stood apart in an element that is gone may not nest without it.
-    return writer.Unwrapped() ? Cleaned(writer.Take()).Take() : writer.Take();
+    return Cleaned(html);
 }
 
 std::string_view BodyOf(std::string_view html) {
