@@ -75,7 +75,6 @@ void TfraDescription::Show(const std::u16string& kept) {
     pnlEngineGone->Hide();
     try {
         LeaveDocument();
-        if (load != FLoads) return;
         FKeyReferenced = hasKeyReference();
         if (FKeyReferenced)
             Load(FKeyReferenceDescription);
@@ -92,6 +91,10 @@ void TfraDescription::Show(const std::u16string& kept) {
         FShownRequirement = FLoadedRequirement;
     } catch (const EOleSysError&) {
         // Frames and tree report what the server refuses; the view stays empty.
+        if (load == FLoads) CloseToTyping();
+    } catch (...) {
+        if (load == FLoads) CloseToTyping();
+        throw;
     }
 }
 
@@ -103,6 +106,16 @@ void TfraDescription::LeaveDocument() {
     ClearDirty();
     document->InitNew();
     DetachDesigner();
+}
+
+// What is typed into the page of a failed load belongs to no requirement, and would be
+// lost without a word.
+void TfraDescription::CloseToTyping() {
+    try {
+        SetDesignModeOff();
+    } catch (const EOleSysError&) {
+        // A page that takes no calls takes no keys either.
+    }
 }
 
 bool TfraDescription::hasKeyReference() {
@@ -161,7 +174,7 @@ void TfraDescription::DetachDesigner() {
 }
 
 bool TfraDescription::ShowsCurrentRequirement() {
-    return !UpdatingDescription && FShownRequirement && FShownRequirement == CurrentNumber();
+    return FShownRequirement && FShownRequirement == CurrentNumber();
 }
 
 bool TfraDescription::IsDirty() {

@@ -35,7 +35,7 @@ public:
     // Loads the description of the current requirement for editing, or the text of its
     // key reference, which cannot be edited. Does nothing without session or current
     // requirement. A failing server or engine call leaves the view empty and goes no
-    // further; any other failure is raised. Re-enters the message loop: another
+    // further; any other failure leaves it empty, too, and is raised. Re-enters the message loop: another
     // requirement may be on show afterwards.
     void UpdateDescription();
 
@@ -77,6 +77,7 @@ private:
     // Loading
     void Show(const std::u16string& kept);
     void LeaveDocument();
+    void CloseToTyping();
     bool hasKeyReference();
     static std::u16string getDescriptionFromDocumentReference(
         const Quorane_TLB::Handle<Quorane_TLB::IDocumentReference>& reference);

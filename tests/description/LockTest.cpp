@@ -97,7 +97,7 @@ TEST_F(TDescriptionLock, AnIdlePanelAsksNeitherEngineNorServer) {
 }
 
 // Selects another requirement from inside the message loop of one that is being shown:
-// at its first turn, when the old document is being left, or while the new one loads.
+// while it loads, or once it is there and made editable.
 class TInterruptedLoad : public TDescriptionLock, public testing::WithParamInterface<bool> {};
 
 TEST_P(TInterruptedLoad, ShowsWhatWasSelectedLast) {
@@ -108,7 +108,10 @@ TEST_P(TInterruptedLoad, ShowsWhatWasSelectedLast) {
     QObject::connect(&turns, &QTimer::timeout, [&] {
         if (interrupted || Frame().wbrReqDescription->Busy() != GetParam()) return;
         interrupted = true;
+        Bar().SetDocDirty();
+        Helpers().CurrentRequirement = RequirementContainer(&other).GetRequirement();
         EXPECT_FALSE(Frame().IsDirty());
+        EXPECT_EQ(Frame().wbrReqDescription->Busy(), GetParam()) << "a load inside the other";
         other.SetSelected();
     });
     turns.start(0);
@@ -126,13 +129,14 @@ TEST_P(TInterruptedLoad, ShowsWhatWasSelectedLast) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Turns, TInterruptedLoad, testing::Bool(), [](const auto& turn) {
-    return turn.param ? "WhileTheNewOneLoads" : "WhileTheOldOneIsLeft";
+    return turn.param ? "WhileItLoads" : "WhileItIsMadeEditable";
 });
 
 TEST_F(TDescriptionLock, ADescriptionThatCannotBeReadIsNotOverwritten) {
     const std::string before = DescriptionOnServer(FNumber);
     Server->Calls.FailOperation("IRequirementDescription.Get_Text", "ServerException: no.");
     Frame().UpdateDescription();
+    EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "Off") << "what is typed would be lost";
     User->Type("edtRequirementName", "Zones");
     User->Click("btnSave");
     EXPECT_EQ(NameOnServer(FNumber), "Zones");
