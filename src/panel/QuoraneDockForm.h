@@ -83,6 +83,8 @@ public:
     // Reads the node's requirement and fills description, custom tabs and the frame
     // of the active tab. Re-enters the message loop while the description loads.
     void ShowRequirementInfo(TTreeNode& node);
+    // The custom tabs of the current requirement, and the frame of the active tab.
+    void ShowTabs();
     void ShowActivePageInfo();
     int ActiveRequirementTab() const override;
 

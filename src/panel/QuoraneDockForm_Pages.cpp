@@ -52,9 +52,19 @@ void TfrmQuoraneMain::ShowRequirementInfo(TTreeNode& node) {
         pgcRequirement->SetActivePageIndex(rtDetails);
     }
     if (!requirement) return;
-    fraDescription->UpdateDescription();
+    // Whatever fails, no tab must go on showing the last requirement: a change there would
+    // be written to that one.
+    try {
+        fraDescription->UpdateDescription();
+    } catch (...) {
+        if (FHelpers.CurrentRequirement == requirement) ShowTabs();
+        throw;
+    }
     // Another selection may have come while it was loading, and has shown itself.
-    if (FHelpers.CurrentRequirement != requirement) return;
+    if (FHelpers.CurrentRequirement == requirement) ShowTabs();
+}
+
+void TfrmQuoraneMain::ShowTabs() {
     const auto showActivePage = [this] {
         if (pgcRequirement->ActivePageIndex() < 0)
             pgcRequirement->SetActivePageIndex(pgcRequirement->PageCount() - 1);
@@ -63,8 +73,6 @@ void TfrmQuoraneMain::ShowRequirementInfo(TTreeNode& node) {
     try {
         RefreshCustomTabs();
     } catch (...) {
-        // Whatever tab is left must not go on showing the last requirement: a change
-        // there would be written to it.
         showActivePage();
         throw;
     }

@@ -39,6 +39,8 @@ TEST_F(TFullDisk, IsToldAndTheDescriptionStaysAsItWas) {
     Select(ZoneControl);
     EXPECT_THAT(Dialogs.TakeErrors(), SaysThatTheDiskIsFull(FFile));
     EXPECT_FALSE(Frame().IsDirty());
+    EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "Off") << "what is typed would be lost";
+    EXPECT_EQ(NameEdit().Text(), "Zone control") << "a change would go to the last requirement";
     User->Type("edtRequirementName", "Zones");
     User->Click("btnSave");
     Dialogs.TakeErrors();
