@@ -86,8 +86,8 @@ void TfraDescription::Show(const std::u16string& kept) {
         else
             SetDesignModeOn();
         if (load != FLoads) return;
-        if (!FKeyReferenced) AttachDesigner();
-        if (!kept.empty()) SetDirty(true);
+        AttachDesigner();
+        if (!kept.empty() && !FKeyReferenced) SetDirty(true);
         FShownRequirement = FLoadedRequirement;
     } catch (const EOleSysError&) {
         // Frames and tree report what the server refuses; the view stays empty.

@@ -66,7 +66,7 @@ QWidget& TDescriptionTest::Page() {
 void TDescriptionTest::ClickIntoText() {
     Page().window()->activateWindow();
     QTest::mouseClick(&Page(), Qt::LeftButton, {}, QPoint(Page().width() - 20, 25));
-    WaitUntil([this] { return Frame().isHtmlFocused(); });
+    EXPECT_TRUE(WaitUntil([this] { return Frame().isHtmlFocused(); }));
 }
 
 void TDescriptionTest::TypeIntoPage(const std::string& text) {

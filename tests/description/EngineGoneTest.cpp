@@ -90,6 +90,16 @@ TEST_F(TEngineGone, ASaveWritesTheKeptText) {
     EXPECT_THAT(Html(), HasSubstr("qzx"));
 }
 
+TEST_F(TEngineGone, TheTextOfAKeyReferenceIsNoChangeOfTheUsers) {
+    Select(GuardAgainstFrost);
+    // A save that the server refuses begins so.
+    EXPECT_NE(Frame().GetDocumentHTML(), u"");
+    Kill();
+    User->Click("btnLoadAgain");
+    EXPECT_EQ(Document<IHTMLDocument2>()->get_designMode(), "Off");
+    EXPECT_FALSE(Frame().IsDirty());
+}
+
 TEST_F(TEngineGone, ACancelDropsTheKeptText) {
     Change("qzx");
     Kill();

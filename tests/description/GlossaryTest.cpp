@@ -14,15 +14,22 @@ protected:
                    "insert into glossary_term (glossary_id, position, name, definition) "
                    "select id, 1000, 'frost', 'Ice.' from glossary where name = 'Heating terms'");
         LogOn();
-        Select(ZoneControl);
+        Change(ZoneControl, [](const TReq& requirement) {
+            requirement->Get_Description()->Set_Text(
+                u"<font size=\"6\">demand<br>Demand<br>frost guard<br>watch<b>dog</b></font>");
+        });
+    }
+
+    // Shows a requirement after another user has changed it.
+    void Change(const std::vector<std::string>& path, const std::function<void(const TReq&)>& change) {
+        Select(path);
         const auto requirement = ReadAs("ben", SelectedNumber());
         Select({FirmwareType});
         requirement->lock();
-        requirement->Get_Description()->Set_Text(
-            u"<font size=\"6\">demand<br>Demand<br>frost guard<br>watch<b>dog</b></font>");
+        change(requirement);
         SaveByName(requirement);
         requirement->unlock();
-        Select(ZoneControl);
+        Select(path);
     }
 
     // Moves the pointer onto a line, and waits until the page has told of the move.
@@ -56,6 +63,18 @@ TEST_F(TDescriptionGlossary, TermUnderThePointerIsExplainedInItsExactSpelling) {
         EXPECT_EQ(Quorane_TLB::Utf8(Frame().CurrentDescriptionElement()), row.Word);
         EXPECT_EQ(Shown(), row.Hint) << row.Word;
     }
+}
+
+TEST_F(TDescriptionGlossary, TermInTheTextOfAKeyReferenceIsExplained) {
+    Change(GuardAgainstFrost, [](const TReq& requirement) {
+        const auto references = requirement->Get_DocumentReferences();
+        Quorane_TLB::Cast<Quorane_TLB::ITextReference>(references->Get_Item(0).AsDispatch())
+            ->Set_Text(u"demand");
+        requirement->Set_DocumentReferences(references);
+    });
+    ASSERT_TRUE(Frame().isKeyReferenced());
+    Point(0);
+    EXPECT_EQ(Shown(), "Safety terms: Asked for");
 }
 
 TEST_F(TDescriptionGlossary, HintStandsBesideThePointer) {
