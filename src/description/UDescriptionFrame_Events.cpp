@@ -84,6 +84,8 @@ void TfraDescription::MsgHandler(const TKeyMessage& message, bool& handled) {
         const bool plain = !message.Shift.Shift && !message.Shift.Ctrl && !message.Shift.Alt;
         const bool wasDown = std::exchange(FTabDown, message.Down && plain);
         if (!message.Down && wasDown) insertTabInDocument();
+        // A command of the host's, such as the way to its next window.
+        handled = !message.Shift.Ctrl && !message.Shift.Alt;
         return;
     }
     case TKey::Backspace:

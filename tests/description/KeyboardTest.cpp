@@ -78,7 +78,7 @@ TEST_F(TDescriptionKeys, ShiftTabLeadsIntoTheBarAndTabBack) {
 
 TEST_F(TDescriptionKeys, ShortcutsOfTheHostLeaveThePageItsCommands) {
     int taken = 0;
-    for (const char* keys : {"Ctrl+B", "Ctrl+I", "Ctrl+U", "Ctrl+Z", "F9"})
+    for (const char* keys : {"Ctrl+B", "Ctrl+I", "Ctrl+U", "Ctrl+Z", "F9", "Ctrl+Tab"})
         QObject::connect(new QShortcut(QKeySequence(ToQt(keys)), Page().window()), &QShortcut::activated,
                          [&taken] { ++taken; });
     VisitAndLeave();
@@ -94,7 +94,8 @@ TEST_F(TDescriptionKeys, ShortcutsOfTheHostLeaveThePageItsCommands) {
     EXPECT_TRUE(WaitUntil([this] { return Html().find("<u>") == std::string::npos; }));
     EXPECT_EQ(taken, 0);
     KeyIntoPage(Qt::Key_F9);
-    EXPECT_EQ(taken, 1);
+    KeyIntoPage(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(taken, 2);
 }
 
 TEST_F(TDescriptionKeys, UndoAndRedoGoThroughTheChanges) {
