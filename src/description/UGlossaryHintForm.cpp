@@ -28,7 +28,7 @@ TfrmGlossaryHint::TfrmGlossaryHint()
     shpGlossary->SetFontColor(clInfoText);
     lblGlossaryName = new TLabel(this, "lblGlossaryName");
     lblGlossaryName->SetBounds(2, 1, DefinitionWidth - 1, LineHeight);
-    lblGlossaryName->SetFontColor(clHotLight);
+    lblGlossaryName->SetFontColor(clBlue);
     lblDefinition = new TLabel(this, "lblDefinition");
     lblDefinition->SetBounds(1, 16, DefinitionWidth, LineHeight);
     lblDefinition->SetFontColor(clInfoText);

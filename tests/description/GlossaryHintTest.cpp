@@ -67,6 +67,7 @@ TEST_F(GlossaryHint, FollowsThePalette) {
     QPalette other = before;
     other.setColor(QPalette::ToolTipBase, QColor(10, 20, 30));
     EXPECT_EQ(shown(other), QColor(10, 20, 30));
+    EXPECT_EQ(FHint.lblGlossaryName->Widget().palette().color(QPalette::WindowText), QColor(Qt::blue));
     EXPECT_EQ(shown(before), before.color(QPalette::ToolTipBase));
 }
 

@@ -53,10 +53,11 @@ private:
 inline constexpr TColor clDefault = TColor::System(0xFF);
 inline constexpr TColor clWindow = TColor::System(5);
 inline constexpr TColor clInactiveCaptionText = TColor::System(19);
-// Text and background of hints, and the blue of links.
+// Text and background of hints.
 inline constexpr TColor clInfoText = TColor::System(23);
 inline constexpr TColor clInfoBk = TColor::System(24);
-inline constexpr TColor clHotLight = TColor::System(26);
+
+inline constexpr TColor clBlue = TColor::Rgb(0, 0, 0xFF);
 
 // A picture of Width times Height opaque pixels, black at first.
 class TBitmap {

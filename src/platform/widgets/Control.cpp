@@ -202,7 +202,6 @@ QColor Mapped(TColor color, QPalette::ColorRole role) {
 QPalette::ColorRole TControl::RoleOf(TColor color) {
     if (color == clInfoText) return QPalette::ToolTipText;
     if (color == clInfoBk) return QPalette::ToolTipBase;
-    if (color == clHotLight) return QPalette::Link;
     return QPalette::Window;
 }
 
@@ -214,7 +213,9 @@ void TControl::ApplyColor() {
     if (!plain)
         for (const auto role : {QPalette::Base, QPalette::Window, QPalette::Button})
             palette.setColor(role, Mapped(FColor, RoleOf(FColor)));
-    if (plain && !widget.testAttribute(Qt::WA_SetPalette)) return;
+    const bool fixedFont = !FFontColor.IsSystem();
+    if (fixedFont) palette.setColor(QPalette::WindowText, Mapped(FFontColor, QPalette::WindowText));
+    if (plain && !fixedFont && !widget.testAttribute(Qt::WA_SetPalette)) return;
     widget.setPalette(palette);
 }
 
@@ -236,7 +237,9 @@ void TControl::SetFont(const std::string& family, int pixelHeight) {
 }
 
 void TControl::SetFontColor(TColor color) {
-    Widget().setForegroundRole(RoleOf(color));
+    FFontColor = color;
+    Widget().setForegroundRole(color.IsSystem() ? RoleOf(color) : QPalette::WindowText);
+    ApplyColor();
 }
 
 TPoint TControl::ScreenToClient(TPoint point) const {

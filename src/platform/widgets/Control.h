@@ -138,7 +138,7 @@ public:
     void SetBold(bool bold);
     // A family that the screen lacks is replaced by one that it has.
     void SetFont(const std::string& family, int pixelHeight);
-    // The text's colour: one of the system's, which it follows.
+    // The text's colour: a fixed one, or one of the system's, which it follows.
     void SetFontColor(TColor color);
 
     TPoint ScreenToClient(TPoint point) const;
@@ -158,6 +158,7 @@ private:
     friend class TAlignLayout;
     TAlign FAlign = TAlign::None;
     TColor FColor = clDefault;
+    TColor FFontColor = clDefault;
     std::string FHint;
     bool FParentColor = false;
     bool FAnchorLeft = true;
