@@ -200,9 +200,18 @@ void TfraReferences::actRemoveExecute() {
         GUIHelpers->LockCurrentRequirement();
         references->Remove(position);
         GetRequirement()->Set_DocumentReferences(references);
-        if (reference->Get_IsKey() != WordFalse) GUIHelpers->UpdateDescription();
-        ShowReferences();
-        EnableDisableControls();
+        const auto refill = [this] {
+            ShowReferences();
+            EnableDisableControls();
+        };
+        try {
+            if (reference->Get_IsKey() != WordFalse) GUIHelpers->UpdateDescription();
+        } catch (...) {
+            // The rows that are left stand at other positions now.
+            refill();
+            throw;
+        }
+        refill();
     });
 }
 

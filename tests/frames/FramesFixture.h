@@ -21,6 +21,8 @@ public:
 
     // Not empty: the lock is refused with this text.
     std::string Refusal;
+    // Not empty: showing the description fails with this text.
+    std::string UpdateFailure;
     int DescriptionUpdates = 0;
     int StateImageUpdates = 0;
 
@@ -28,7 +30,10 @@ public:
         FLog.push_back("lock");
         if (!Refusal.empty()) throw Exception(Refusal);
     }
-    void UpdateDescription() override { ++DescriptionUpdates; }
+    void UpdateDescription() override {
+        ++DescriptionUpdates;
+        if (!UpdateFailure.empty()) throw Exception(UpdateFailure);
+    }
     void UpdateCurrentRequirementStateImage() override { ++StateImageUpdates; }
 
 private:

@@ -1,6 +1,8 @@
 // The document references of a requirement: listing, editing, adding, removing, opening.
 #include <gtest/gtest.h>
 
+#include <QTest>
+
 #include "frames/FramesFixture.h"
 #include "frames/UReferencesFrame.h"
 #include "platform/widgets/Actions.h"
@@ -64,6 +66,9 @@ protected:
     template<class... TReferences> void Show(const TReferences&... references) {
         References = ListOf(references...);
         Fill(Frame);
+    }
+    std::u16string TextAt(int position) {
+        return Cast<ITextReference>(References->Get_Item(position).AsDispatch())->Get_Text();
     }
     std::string Description(int row) { return Frame.lstReferences->Item(row)->SubItem(0); }
     void SelectRow(int row) { Frame.lstReferences->SetSelected(Frame.lstReferences->Item(row)); }
@@ -165,6 +170,14 @@ TEST_F(ReferencesFrame, RemovingAsksAndTakesTheSelectedPosition) {
     EXPECT_THAT(Log, ElementsAre("lock", "write"));
     EXPECT_EQ(Dialogs.Messages().back().Text, "Are you sure you want to remove selected reference?");
     EXPECT_EQ(Gate.DescriptionUpdates, 0);
+    SelectRow(1);
+    TypeInMemo("x");
+    EXPECT_EQ(TextAt(1), u"x") << "the rows left stand at new positions";
+    EXPECT_EQ(TextAt(0), u"One");
+    Dialogs.Answer(TMessageResult::Yes);
+    Frame.actRemove->Execute();
+    EXPECT_EQ(TextAt(0), u"One");
+    EXPECT_EQ(References->Get_Count(), 1);
 }
 
 TEST_F(ReferencesFrame, RemovingTheKeyReferenceAsksMoreAndReloadsTheDescription) {
@@ -178,13 +191,21 @@ TEST_F(ReferencesFrame, RemovingTheKeyReferenceAsksMoreAndReloadsTheDescription)
               "The selected reference is a key reference. Are you sure you want to delete it?");
     EXPECT_EQ(Dialogs.Messages().back().Icon, TMessageIcon::Warning);
     EXPECT_EQ(Gate.DescriptionUpdates, 1);
+    Show(Text(u"Key", true), Text(u"Two"));
+    Gate.UpdateFailure = "No space left on device";
+    Dialogs.Answer(TMessageResult::Yes);
+    Frame.actRemove->Execute();
+    EXPECT_THAT(Dialogs.TakeErrors(), ElementsAre("No space left on device"));
+    EXPECT_EQ(Description(0), "Two") << "the rows left stand at new positions";
 }
 
 TEST_F(ReferencesFrame, ADoubleClickOpensAddressesAndFilesOnly) {
     Show(Text(u"One"), Web(u"https://example.org"), File(u"/tmp/a.txt", u"Drawing"));
     for (int row = 0; row < 3; ++row) {
-        SelectRow(row);
-        Frame.lstReferences->OnDblClick();
+        TListView& list = *Frame.lstReferences;
+        const QPoint middle = list.visualItemRect(list.Item(row)).center();
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, middle);
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, middle);
     }
     EXPECT_THAT(System.Opened, ElementsAre("https://example.org", "/tmp/a.txt"));
 }
