@@ -125,8 +125,31 @@
         return parts ? Number(parts[1]) | (Number(parts[2]) << 8) | (Number(parts[3]) << 16) : null;
     }
 
+    // Whether the letters of the selection differ in a property of their style.
+    function selectionVaries(property) {
+        const range = currentRange();
+        const walker = document.createTreeWalker(range.commonAncestorContainer, NodeFilter.SHOW_TEXT);
+        walker.currentNode = range.startContainer;
+        let node = range.startContainer;
+        if (node.nodeType !== Node.TEXT_NODE) node = walker.nextNode();
+        let seen = null;
+        for (; node && range.comparePoint(node, 0) <= 0; node = walker.nextNode()) {
+            const from = node === range.startContainer ? range.startOffset : 0;
+            const to = node === range.endContainer ? range.endOffset : node.data.length;
+            if (!range.intersectsNode(node) || !/\S/.test(node.data.slice(from, to))) continue;
+            const value = getComputedStyle(node.parentElement)[property];
+            if (seen !== null && seen !== value) return true;
+            seen = value;
+        }
+        return false;
+    }
+
+    // Without a value where the selection has several fonts or sizes: the engine itself
+    // gives those of its first letter.
     function commandValue(name) {
         if (/^(bold|italic|underline|justify.*)$/i.test(name)) return document.queryCommandState(name);
+        if (/^fontname$/i.test(name) && selectionVaries('fontFamily')) return null;
+        if (/^fontsize$/i.test(name) && selectionVaries('fontSize')) return null;
         const value = document.queryCommandValue(name);
         if (value === '' || value === false || value === null) return null;
         if (/^fontsize$/i.test(name)) return Number(value);
