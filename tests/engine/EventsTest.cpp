@@ -39,6 +39,7 @@ protected:
 TEST_F(EngineEvents, DesignerSeesMouseAndKeys) {
     Edit("<p>text</p>");
     Services().AddDesigner(FListening);
+    Services().AddDesigner(FListening);
     QTest::mouseMove(&KeyTarget(), {30, 20});
     QTest::mouseMove(&KeyTarget(), {60, 25});
     Click(30, 20);
@@ -49,6 +50,7 @@ TEST_F(EngineEvents, DesignerSeesMouseAndKeys) {
     EXPECT_TRUE(saw("mousemove"));
     EXPECT_TRUE(saw("mouseup"));
     EXPECT_TRUE(saw("keydown"));
+    EXPECT_EQ(std::ranges::count(FListening.Types, "keydown"), 1) << "added twice, it is there once";
 }
 
 TEST_F(EngineEvents, DesignerMayCallTheEngineAndTakeItselfAway) {
