@@ -12,12 +12,13 @@ namespace Markup {
 namespace {
 
 // All in lower case and sorted.
-constexpr std::array<std::string_view, 41> Blocks = {
-    "address", "article", "aside", "blockquote", "body",     "caption",    "center", "dd",     "details",
-    "dir",     "div",     "dl",    "dt",         "fieldset", "figcaption", "figure", "footer", "form",
-    "h1",      "h2",      "h3",    "h4",         "h5",       "h6",         "header", "hr",     "html",
-    "legend",  "li",      "main",  "menu",       "nav",      "ol",         "option", "p",      "pre",
-    "section", "summary", "table", "tr",         "ul"};
+constexpr std::array<std::string_view, 47> Blocks = {
+    "address", "article", "aside",   "blockquote", "body",     "caption", "center",   "dd",
+    "details", "dialog",  "dir",     "div",        "dl",       "dt",      "fieldset", "figcaption",
+    "figure",  "footer",  "form",    "h1",         "h2",       "h3",      "h4",       "h5",
+    "h6",      "header",  "hgroup",  "hr",         "html",     "legend",  "li",       "listing",
+    "main",    "menu",    "nav",     "ol",         "optgroup", "option",  "p",        "plaintext",
+    "pre",     "section", "summary", "table",      "tr",       "ul",      "xmp"};
 
 char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;

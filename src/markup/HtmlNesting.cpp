@@ -15,6 +15,12 @@ constexpr std::array<std::string_view, 5> TableParts = {"caption", "colgroup", "
 constexpr std::array<std::string_view, 1> Columns = {"col"};
 constexpr std::array<std::string_view, 1> Rows = {"tr"};
 constexpr std::array<std::string_view, 2> Cells = {"td", "th"};
+constexpr std::array<std::string_view, 1> Links = {"a"};
+constexpr std::array<std::string_view, 1> Unbroken = {"nobr"};
+constexpr std::array<std::string_view, 6> Headings = {"h1", "h2", "h3", "h4", "h5", "h6"};
+constexpr std::array<std::string_view, 1> ListItems = {"li"};
+constexpr std::array<std::string_view, 2> Definitions = {"dd", "dt"};
+constexpr std::array<std::string_view, 3> PlainBlocks = {"address", "div", "p"};
 
 bool IsOneOf(Names names, const xmlNode& node) {
     return node.type == XML_ELEMENT_NODE && std::ranges::binary_search(names, View(node.name));
@@ -30,10 +36,6 @@ Names PartsOf(const xmlNode& element) {
     if (IsElement(element, "colgroup")) return Columns;
     if (IsElement(element, "tr")) return Cells;
     return IsSection(element) ? Names(Rows) : Names();
-}
-
-bool IsTablePart(const xmlNode& node) {
-    return IsOneOf(TableParts, node) || IsOneOf(Columns, node) || IsOneOf(Rows, node) || IsOneOf(Cells, node);
 }
 
 // Whether the node is a part of the element, or will be with elements that are implied.
@@ -86,22 +88,82 @@ void MendTablesIn(const xmlNode& parent) {
 
 void MendPartsWithoutATable(const xmlNode& parent) {
     EachChild(parent, [&](xmlNode* child) {
-        MendPartsWithoutATable(*child);
-        if (!IsTablePart(*child) || IsOneOf(PartsOf(parent), *child)) return;
-        if (IsElement(*child, "col"))
-            Remove(child);
-        else
+        if (IsTablePart(*child) && !IsOneOf(PartsOf(parent), *child)) {
+            if (IsElement(*child, "col")) return Remove(child);
             Rename(*child, "div");
+        }
+        MendPartsWithoutATable(*child);
+    });
+}
+
+// A block would end its paragraph, however deep in it. Returns whether there is a block.
+bool MendParagraphs(const xmlNode& parent) {
+    bool found = false;
+    EachChild(parent, [&](xmlNode* child) {
+        const bool holdsBlock = MendParagraphs(*child);
+        found |= holdsBlock || IsBlock(*child);
+        if (holdsBlock && IsElement(*child, "p")) Rename(*child, "div");
+    });
+    return found;
+}
+
+bool Holds(const xmlNode& node, Names names) {
+    bool found = IsOneOf(names, node);
+    EachChild(node, [&](const xmlNode* child) { found = found || Holds(*child, names); });
+    return found;
+}
+
+// What stands behind goes behind the element. Text is joined to its neighbour, so the
+// last goes first.
+void EndBefore(xmlNode& element, const xmlNode* child) {
+    for (bool moved = false; !moved;) {
+        moved = element.last == child;
+        xmlAddNextSibling(&element, element.last);
+    }
+}
+
+// For elements that the next of their kind ends; whether a child is or holds the next.
+template<class IsNext> void EndBeforeTheNext(const xmlNode& parent, Names kind, IsNext isNext) {
+    for (xmlNode* child = parent.children; child; child = child->next) {
+        const xmlNode* inner = IsOneOf(kind, *child) ? child->children : nullptr;
+        while (inner && !isNext(*inner))
+            inner = inner->next;
+        if (inner) EndBefore(*child, inner);
+        EndBeforeTheNext(*child, kind, isNext);
+    }
+}
+
+// An item ends another of its kind unless it is in a list of its own.
+void MendItems(const xmlNode& parent, Names open) {
+    EachChild(parent, [&](xmlNode* child) {
+        if (IsOneOf(open, *child)) Rename(*child, "div");
+        Names within = open;
+        if (IsElement(*child, "li"))
+            within = ListItems;
+        else if (IsOneOf(Definitions, *child))
+            within = Definitions;
+        else if (IsBlock(*child) && !IsOneOf(PlainBlocks, *child))
+            within = {};
+        MendItems(*child, within);
     });
 }
 
 } // namespace
 
-void MendTables(const HtmlDocument& document) {
+bool IsTablePart(const xmlNode& node) {
+    return IsOneOf(TableParts, node) || IsOneOf(Columns, node) || IsOneOf(Rows, node) || IsOneOf(Cells, node);
+}
+
+void MendNesting(const HtmlDocument& document) {
     const xmlNode* const root = document.Root();
     if (!root) return;
     MendTablesIn(*root);
     MendPartsWithoutATable(*root);
+    for (const Names kind : {Names(Links), Names(Unbroken)})
+        EndBeforeTheNext(*root, kind, [kind](const xmlNode& node) { return Holds(node, kind); });
+    EndBeforeTheNext(*root, Headings, [](const xmlNode& node) { return IsOneOf(Headings, node); });
+    MendItems(*root, {});
+    MendParagraphs(*root);
 }
 
 } // namespace Markup

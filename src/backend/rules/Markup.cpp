@@ -34,25 +34,32 @@ std::string_view Trimmed(std::string_view text) {
     return text;
 }
 
-// Takes out the elements that the policy does not keep. Returns whether it left what was
-// in one.
-bool Prune(const xmlNode& parent) {
-    bool unwrapped = false;
-    Markup::EachChild(parent, [&](xmlNode* child) {
-        const bool isElement = child->type == XML_ELEMENT_NODE;
-        if (!isElement && child->type != XML_TEXT_NODE) return Markup::Remove(child);
-        const ElementRule rule = isElement ? RuleOfElement(View(child->name)) : ElementRule::Keep;
-        if (rule == ElementRule::Drop) return Markup::Remove(child);
-        if (isElement) unwrapped |= Prune(*child);
-        if (rule != ElementRule::Unwrap) return;
-        Markup::Unwrap(child);
-        unwrapped = true;
-    });
-    return unwrapped;
+// A block that goes leaves one, or its text would join what stands around it.
+bool LeavesBlock(const xmlNode& element) {
+    bool holdsTableParts = false;
+    Markup::EachChild(element, [&](const xmlNode* child) { holdsTableParts |= Markup::IsTablePart(*child); });
+    return Markup::IsBlock(element) && element.children && !holdsTableParts &&
+           !Markup::IsElement(element, "html");
 }
 
-// Writes what the policy keeps of the elements that are left. All that is written is escaped, so it
-// reads the same whatever reads it.
+// Takes out what the policy does not keep.
+void Prune(const xmlNode& parent) {
+    Markup::EachChild(parent, [](xmlNode* child) {
+        if (child->type == XML_TEXT_NODE) return;
+        const bool isElement = child->type == XML_ELEMENT_NODE;
+        const ElementRule rule = isElement ? RuleOfElement(View(child->name)) : ElementRule::Drop;
+        if (rule == ElementRule::Drop) return Markup::Remove(child);
+        Prune(*child);
+        if (rule != ElementRule::Unwrap) return;
+        if (LeavesBlock(*child))
+            Markup::Rename(*child, "div");
+        else
+            Markup::Unwrap(child);
+    });
+}
+
+// Writes what the policy keeps of the elements that are left. All that is written is
+// escaped, so it reads the same whatever reads it.
 class CleanWriter {
 public:
     void Content(const xmlNode& parent) {
@@ -153,11 +160,9 @@ std::string Cleaned(std::string_view html) {
     const HtmlDocument document(html);
     if (document.Lost()) throw MarkupViolation(NotWellFormed);
     if (!document.Root()) return {};
-    const bool unwrapped = Prune(*document.Root());
-    Markup::MendTables(document);
-    std::string clean = Written(document);
-    // What stood apart in an element that is gone may not nest without it.
-    return unwrapped ? Cleaned(clean) : clean;
+    Prune(*document.Root());
+    Markup::MendNesting(document);
+    return Written(document);
 }
 
 // Empty for a piece of mark-up, which has none.
@@ -172,7 +177,15 @@ std::string CleanMarkup(std::string_view html) {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
     if (html.starts_with(mark)) html.remove_prefix(mark.size());
     if (Trimmed(html).empty()) return {};
-    return Cleaned(html);
+    // The parser parts some elements that browsers nest, now that they stand together.
+    constexpr int rounds = 8;
+    std::string clean = Cleaned(html);
+    for (int round = 1; round < rounds; ++round) {
+        std::string again = Cleaned(clean);
+        if (again == clean) break;
+        clean = std::move(again);
+    }
+    return Trimmed(clean).empty() ? std::string() : clean;
 }
 
 std::string_view BodyOf(std::string_view html) {
