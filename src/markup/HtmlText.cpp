@@ -25,10 +25,20 @@ bool IsInvisible(const xmlNode& node) {
            IsElement(node, "template") || IsElement(node, "title");
 }
 
+// A line break that begins a preformatted text shows nothing.
+std::string_view ShownText(const xmlNode& text) {
+    std::string_view shown = View(text.content);
+    if (text.prev || !IsElement(*text.parent, "pre")) return shown;
+    if (shown.starts_with('\r')) shown.remove_prefix(1);
+    if (shown.starts_with('\n')) shown.remove_prefix(1);
+    return shown;
+}
+
 // Gathers the visible text line by line.
 class TextWriter {
 public:
     void Text(std::string_view text) {
+        if (FPreformatted) return Lines(text);
         for (const char letter : text) {
             if (IsSpace(letter)) {
                 FPendingBlank = true;
@@ -44,12 +54,14 @@ public:
         FPendingBlank = false;
     }
 
-    // Where an element begins or ends.
-    void Border(const xmlNode& element) {
-        if (IsBlock(element))
-            FPendingBreak = true;
-        else if (IsElement(element, "td") || IsElement(element, "th"))
-            FPendingBlank = true;
+    void Enter(const xmlNode& element) {
+        Border(element);
+        FPreformatted += IsElement(element, "pre");
+    }
+
+    void Leave(const xmlNode& element) {
+        Border(element);
+        FPreformatted -= IsElement(element, "pre");
     }
 
     std::string Result() {
@@ -65,6 +77,26 @@ public:
     }
 
 private:
+    // Where an element begins or ends.
+    void Border(const xmlNode& element) {
+        if (IsBlock(element))
+            FPendingBreak = true;
+        else if (IsElement(element, "td") || IsElement(element, "th"))
+            FPendingBlank = true;
+    }
+
+    // As they stand.
+    void Lines(std::string_view text) {
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            if (text[i] == '\r' && text.substr(i + 1).starts_with('\n')) continue;
+            Separate();
+            if (text[i] == '\n' || text[i] == '\r')
+                Break();
+            else
+                FText += text[i];
+        }
+    }
+
     void Separate() {
         const bool atLineStart = FText.empty() || FText.ends_with("\r\n");
         if (FPendingBreak && !atLineStart)
@@ -77,6 +109,7 @@ private:
     std::string FText;
     bool FPendingBlank = false;
     bool FPendingBreak = false;
+    int FPreformatted = 0;
 };
 
 using Code = std::optional<std::uint32_t>;
@@ -163,14 +196,14 @@ std::string HtmlToPlainText(std::string_view html) {
     const HtmlDocument document(html, Nesting::Any);
     TextWriter writer;
     const auto enter = [&](const xmlNode& node) {
-        if (node.type == XML_TEXT_NODE) writer.Text(View(node.content));
+        if (node.type == XML_TEXT_NODE) writer.Text(ShownText(node));
         if (node.type != XML_ELEMENT_NODE || IsInvisible(node)) return false;
         if (IsElement(node, "br")) writer.Break();
-        writer.Border(node);
+        writer.Enter(node);
         return true;
     };
     if (const xmlNode* const root = document.Root())
-        Walk(*root, enter, [&](const xmlNode& element) { writer.Border(element); });
+        Walk(*root, enter, [&](const xmlNode& element) { writer.Leave(element); });
     return writer.Result();
 }
 

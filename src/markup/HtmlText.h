@@ -11,7 +11,8 @@ namespace Markup {
 std::string PlainTextToHtml(std::string_view text);
 
 // What a reader sees, without pictures: lines end with CR LF where a block ends or a
-// break stands, other white space is one blank. Never fails, whatever the mark-up.
+// break stands, other white space is one blank unless it is preformatted. Never fails,
+// whatever the mark-up.
 std::string HtmlToPlainText(std::string_view html);
 
 // "&amp;", "&#228;" and their like as the characters that they stand for. What is no
