@@ -164,4 +164,35 @@ TEST_F(TLine, AServerThatIsSilentIsALostConnectionAfterTheLimit) {
     close(silent);
 }
 
+// Sends one piece of a picture and stops.
+class TStuckServer : public Sdk::wire::RequirementsService::Service {
+public:
+    grpc::Status GetImage(grpc::ServerContext* context, const Sdk::wire::GetImageRequest*,
+                          grpc::ServerWriter<Sdk::wire::ImageChunk>* writer) override {
+        EndsBySelf = context->deadline() < std::chrono::system_clock::now() + std::chrono::hours(24);
+        writer->Write({});
+        while (!context->IsCancelled())
+            std::this_thread::yield();
+        return grpc::Status::CANCELLED;
+    }
+
+    bool EndsBySelf = true;
+};
+
+TEST(TLineStream, TakesItsTimeButNotWithoutProgress) {
+    TStuckServer service;
+    grpc::ServerBuilder builder;
+    builder.RegisterService(&service);
+    const auto server = builder.BuildAndStart();
+    Sdk::TConnection line(
+        "stuck", [&](const std::string&) { return server->InProcessChannel({}); },
+        std::chrono::milliseconds(100));
+    EXPECT_THAT(FailureOf([&] {
+                    line.AskStream("GetImage", &Sdk::TConnection::TStub::GetImage,
+                                   Sdk::wire::GetImageRequest());
+                }),
+                AllOf(HasSubstr("RemoteServerException"), HasSubstr("Quorane.SERVER_ERROR")));
+    EXPECT_FALSE(service.EndsBySelf);
+}
+
 } // namespace

@@ -43,6 +43,25 @@ bool IsTurnedAway(const grpc::Status& status) {
 
 } // namespace
 
+TProgressWatch::TProgressWatch(grpc::ClientContext& context, std::chrono::milliseconds limit)
+    : FThread([this, &context, limit](const std::stop_token& stop) { Watch(stop, context, limit); }) {}
+
+void TProgressWatch::Progress() {
+    {
+        const std::lock_guard guard(FMutex);
+        FProgress = true;
+    }
+    FChanged.notify_one();
+}
+
+void TProgressWatch::Watch(const std::stop_token& stop, grpc::ClientContext& context,
+                           std::chrono::milliseconds limit) {
+    std::unique_lock lock(FMutex);
+    while (FChanged.wait_for(lock, stop, limit, [this] { return FProgress; }))
+        FProgress = false;
+    if (!stop.stop_requested()) context.TryCancel();
+}
+
 TConnection::TConnection(std::string host, TChannelFactory factory, std::chrono::milliseconds callLimit)
     : FHost(std::move(host))
     , FFactory(std::move(factory))
@@ -58,7 +77,7 @@ wire::LoginReply TConnection::LogOn(const wire::LoginRequest& request) {
         RaiseFailure("RemoteServerException: The host \"" + FHost + "\" cannot be reached.",
                      CodeServerUnavailable);
     wire::LoginReply reply;
-    const grpc::Status status = RunOnce("Login", [&](TStub& stub, grpc::ClientContext& context) {
+    const grpc::Status status = RunOnce("Login", FCallLimit, [&](TStub& stub, grpc::ClientContext& context) {
         return stub.Login(&context, request, &reply);
     });
     if (status.ok()) return reply;
@@ -92,17 +111,30 @@ void TConnection::StopRenewal() {
 }
 
 void TConnection::Run(std::string_view name, bool repeatable, const TAttempt& attempt) {
+    Repeat(name, repeatable, FCallLimit, attempt);
+}
+
+void TConnection::RunStream(std::string_view name, const TStreamAttempt& attempt) {
+    Repeat(name, true, NoLimit, [&](TStub& stub, grpc::ClientContext& context) {
+        TProgressWatch watch(context, FCallLimit);
+        return attempt(stub, context, watch);
+    });
+}
+
+void TConnection::Repeat(std::string_view name, bool repeatable, std::chrono::milliseconds limit,
+                         const TAttempt& attempt) {
     if (!Stub() && !Connect()) RaiseLostConnection("The host \"" + FHost + "\" cannot be reached.");
-    grpc::Status status = RunOnce(name, attempt);
+    grpc::Status status = RunOnce(name, limit, attempt);
     const bool mayRepeat = IsTurnedAway(status) || (repeatable && IsUnavailable(status));
-    if (mayRepeat && Connect()) status = RunOnce(name, attempt);
+    if (mayRepeat && Connect()) status = RunOnce(name, limit, attempt);
     if (!status.ok()) RaiseStatus(name, status);
 }
 
-grpc::Status TConnection::RunOnce(std::string_view name, const TAttempt& attempt) {
+grpc::Status TConnection::RunOnce(std::string_view name, std::chrono::milliseconds limit,
+                                  const TAttempt& attempt) {
     TellRoundTrip(name);
     grpc::ClientContext context;
-    Prepare(context, FCallLimit);
+    Prepare(context, limit);
     return attempt(*Stub(), context);
 }
 
@@ -116,7 +148,7 @@ bool TConnection::Connect() {
 }
 
 void TConnection::Prepare(grpc::ClientContext& context, std::chrono::milliseconds limit) {
-    context.set_deadline(std::chrono::system_clock::now() + limit);
+    if (limit != NoLimit) context.set_deadline(std::chrono::system_clock::now() + limit);
     const std::lock_guard guard(FMutex);
     if (!FToken.empty()) context.AddMetadata("quorane-token-bin", FToken);
 }

@@ -1,5 +1,6 @@
 // The road to one server: the channel, the session token on every request, a time
-// limit on every call, and the one place where a failed call becomes an exception.
+// limit on every call and on every part of a stream, and the one place where a failed
+// call becomes an exception.
 #pragma once
 
 #include "platform/sdk/Channels.h"
@@ -7,12 +8,14 @@
 #include "quorane.grpc.pb.h"
 
 #include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -21,6 +24,22 @@
 namespace Sdk {
 
 namespace wire = ::quorane::wire;
+
+// Cancels a call that makes no progress for the limit, while it lives. A long stream on a
+// slow line takes as long as it needs.
+class TProgressWatch {
+public:
+    TProgressWatch(grpc::ClientContext& context, std::chrono::milliseconds limit);
+    void Progress();
+
+private:
+    void Watch(const std::stop_token& stop, grpc::ClientContext& context, std::chrono::milliseconds limit);
+
+    std::mutex FMutex;
+    std::condition_variable_any FChanged;
+    bool FProgress = false;
+    std::jthread FThread;
+};
 
 class TConnection {
 public:
@@ -32,7 +51,8 @@ public:
     using TStreaming = std::unique_ptr<grpc::ClientReader<Item>> (TStub::*)(grpc::ClientContext*,
                                                                             const Request&);
 
-    // A request without an answer after the limit fails as a lost connection.
+    // A request without an answer after the limit fails as a lost connection, and so does a
+    // stream of which nothing has come or gone for as long.
     TConnection(std::string host, TChannelFactory factory,
                 std::chrono::milliseconds callLimit = std::chrono::seconds(30));
 
@@ -63,10 +83,10 @@ public:
     std::vector<Item> AskStream(std::string_view name, TStreaming<Request, Item> method,
                                 const Request& request) {
         std::vector<Item> items;
-        Run(name, true, [&](TStub& stub, grpc::ClientContext& context) {
+        RunStream(name, [&](TStub& stub, grpc::ClientContext& context, TProgressWatch& watch) {
             items.clear();
             const auto reader = (stub.*method)(&context, request);
-            for (Item item; reader->Read(&item);)
+            for (Item item; reader->Read(&item); watch.Progress())
                 items.push_back(std::move(item));
             return reader->Finish();
         });
@@ -80,11 +100,13 @@ public:
                                                                                    Reply*),
                         const std::vector<Item>& items) {
         Reply reply;
-        Run(name, true, [&](TStub& stub, grpc::ClientContext& context) {
+        RunStream(name, [&](TStub& stub, grpc::ClientContext& context, TProgressWatch& watch) {
             reply.Clear();
             const auto writer = (stub.*method)(&context, &reply);
-            for (const Item& item : items)
+            for (const Item& item : items) {
                 if (!writer->Write(item)) break;
+                watch.Progress();
+            }
             writer->WritesDone();
             return writer->Finish();
         });
@@ -99,6 +121,8 @@ public:
 
 private:
     using TAttempt = std::function<grpc::Status(TStub&, grpc::ClientContext&)>;
+    using TStreamAttempt = std::function<grpc::Status(TStub&, grpc::ClientContext&, TProgressWatch&)>;
+    static constexpr auto NoLimit = std::chrono::milliseconds::max();
 
     template<class Request, class Reply>
     Reply Unary(std::string_view name, TUnary<Request, Reply> method, const Request& request,
@@ -112,9 +136,14 @@ private:
     }
 
     void Run(std::string_view name, bool repeatable, const TAttempt& attempt);
-    grpc::Status RunOnce(std::string_view name, const TAttempt& attempt);
+    // A stream may reach the server twice.
+    void RunStream(std::string_view name, const TStreamAttempt& attempt);
+    void Repeat(std::string_view name, bool repeatable, std::chrono::milliseconds limit,
+                const TAttempt& attempt);
+    grpc::Status RunOnce(std::string_view name, std::chrono::milliseconds limit, const TAttempt& attempt);
     // Makes the channel anew; gives false when the server cannot be reached.
     bool Connect();
+    // NoLimit for a call that something else ends.
     void Prepare(grpc::ClientContext& context, std::chrono::milliseconds limit);
     std::shared_ptr<TStub> Stub();
 
