@@ -125,18 +125,29 @@
         return parts ? Number(parts[1]) | (Number(parts[2]) << 8) | (Number(parts[3]) << 16) : null;
     }
 
-    // Whether the letters of the selection differ in a property of their style.
+    // The first node behind a place, in the order of the document.
+    function nodeBehind(container, offset) {
+        if (container.childNodes[offset]) return container.childNodes[offset];
+        let node = container;
+        while (node && !node.nextSibling) node = node.parentNode;
+        return node && node.nextSibling;
+    }
+
+    // Whether the letters of the selection differ in a property of their style. Goes from
+    // node to node, since to ask a range about each takes long in a long document.
     function selectionVaries(property) {
         const range = currentRange();
-        const walker = document.createTreeWalker(range.commonAncestorContainer, NodeFilter.SHOW_TEXT);
-        walker.currentNode = range.startContainer;
-        let node = range.startContainer;
-        if (node.nodeType !== Node.TEXT_NODE) node = walker.nextNode();
+        const start = range.startContainer;
+        const end = nodeBehind(range.endContainer, range.endOffset);
+        const walker = document.createTreeWalker(document);
+        let node = start.nodeType === Node.TEXT_NODE ? start : nodeBehind(start, range.startOffset);
         let seen = null;
-        for (; node && range.comparePoint(node, 0) <= 0; node = walker.nextNode()) {
-            const from = node === range.startContainer ? range.startOffset : 0;
+        if (node) walker.currentNode = node;
+        for (; node && node !== end; node = walker.nextNode()) {
+            if (node.nodeType !== Node.TEXT_NODE) continue;
+            const from = node === start ? range.startOffset : 0;
             const to = node === range.endContainer ? range.endOffset : node.data.length;
-            if (!range.intersectsNode(node) || !/\S/.test(node.data.slice(from, to))) continue;
+            if (!/\S/.test(node.data.slice(from, to))) continue;
             const value = getComputedStyle(node.parentElement)[property];
             if (seen !== null && seen !== value) return true;
             seen = value;
