@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <optional>
 
 namespace Sdk {
 
@@ -14,52 +15,15 @@ bool IsSpace(char letter) {
     return letter == ' ' || (letter >= '\t' && letter <= '\r');
 }
 
+bool IsTagEnd(char letter) {
+    return letter == '>' || letter == '/';
+}
+
 std::string Lower(std::string_view text) {
     std::string lower(text);
     for (char& letter : lower)
         if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
     return lower;
-}
-
-// The length of the tag, comment or declaration at the start of the text, which is a
-// "<"; 0 when it is a plain character.
-std::size_t TagLength(std::string_view text) {
-    if (text.starts_with("<!--")) {
-        const std::size_t end = text.find("-->", 4);
-        return end == std::string_view::npos ? text.size() : end + 3;
-    }
-    if (text.size() < 2) return 0;
-    const char first = text[1];
-    if (first != '/' && first != '!' && first != '?' && !std::isalpha(static_cast<unsigned char>(first)))
-        return 0;
-    char quote = 0;
-    for (std::size_t i = 1; i < text.size(); ++i) {
-        if (quote != 0) {
-            if (text[i] == quote) quote = 0;
-        } else if (text[i] == '"' || text[i] == '\'') {
-            quote = text[i];
-        } else if (text[i] == '>') {
-            return i + 1;
-        }
-    }
-    return text.size();
-}
-
-THtmlTag ParseTag(std::string_view tag) {
-    THtmlTag parsed;
-    std::size_t start = 1;
-    if (tag.size() > 1 && tag[1] == '/') {
-        parsed.IsEnd = true;
-        start = 2;
-    }
-    std::size_t end = start;
-    while (end < tag.size() && !IsSpace(tag[end]) && tag[end] != '>' && tag[end] != '/')
-        ++end;
-    parsed.Name = Lower(tag.substr(start, end - start));
-    parsed.Raw = tag;
-    parsed.Rest = tag.substr(end);
-    if (parsed.Rest.ends_with('>')) parsed.Rest.remove_suffix(1);
-    return parsed;
 }
 
 std::string_view TakeUntil(std::string_view& text, const std::function<bool(char)>& ends) {
@@ -75,26 +39,85 @@ void SkipSpaces(std::string_view& text) {
     TakeUntil(text, [](char letter) { return !IsSpace(letter); });
 }
 
-// One attribute from the front of what is behind a tag's name; false at the end.
-bool TakeAttribute(std::string_view& rest, std::string& name, std::string& value) {
+struct TRawAttribute {
+    std::string_view Name;
+    std::string_view Value;
+};
+
+// One attribute from the front of what is behind a tag's name; false at the tag's end. A
+// quote means one only where a value begins, and an equals sign where a name begins is a
+// letter of it.
+bool TakeAttribute(std::string_view& rest, TRawAttribute& attribute) {
     TakeUntil(rest, [](char letter) { return !IsSpace(letter) && letter != '/'; });
-    if (rest.empty()) return false;
-    name =
-        Lower(TakeUntil(rest, [](char letter) { return IsSpace(letter) || letter == '=' || letter == '/'; }));
-    value.clear();
-    SkipSpaces(rest);
-    if (!rest.starts_with('=')) return true;
-    rest.remove_prefix(1);
-    SkipSpaces(rest);
-    const char quote = rest.empty() ? 0 : rest.front();
+    if (rest.empty() || rest.front() == '>') return false;
+    std::string_view behind = rest.substr(1);
+    TakeUntil(behind, [](char letter) { return IsSpace(letter) || letter == '=' || IsTagEnd(letter); });
+    attribute = {rest.substr(0, rest.size() - behind.size()), {}};
+    rest = behind;
+    SkipSpaces(behind);
+    if (!behind.starts_with('=')) return true;
+    behind.remove_prefix(1);
+    SkipSpaces(behind);
+    rest = behind;
+    const char quote = rest.empty() ? '\0' : rest.front();
     if (quote != '"' && quote != '\'') {
-        value = Markup::DecodeReferences(TakeUntil(rest, IsSpace));
+        attribute.Value = TakeUntil(rest, [](char letter) { return IsSpace(letter) || letter == '>'; });
         return true;
     }
     rest.remove_prefix(1);
-    value = Markup::DecodeReferences(TakeUntil(rest, [quote](char letter) { return letter == quote; }));
+    attribute.Value = TakeUntil(rest, [quote](char letter) { return letter == quote; });
     if (!rest.empty()) rest.remove_prefix(1);
     return true;
+}
+
+std::size_t LengthTo(std::string_view text, std::string_view end, std::size_t from = 0) {
+    const std::size_t at = text.find(end, from);
+    return at == std::string_view::npos ? text.size() : at + end.size();
+}
+
+std::size_t CommentLength(std::string_view text) {
+    // Ended as soon as it has begun.
+    if (text.starts_with("<!-->") || text.starts_with("<!--->")) return LengthTo(text, ">");
+    return LengthTo(text.substr(0, LengthTo(text, "-->", 4)), "--!>", 4);
+}
+
+// The tag, comment or declaration at the start of the text, which is a "<", as a browser
+// takes it; empty when it is a plain character.
+std::optional<THtmlTag> ParseTag(std::string_view text) {
+    THtmlTag tag;
+    if (text.size() < 2) return std::nullopt;
+    const bool isEnd = text[1] == '/';
+    const std::size_t start = isEnd ? 2 : 1;
+    if (start < text.size() && std::isalpha(static_cast<unsigned char>(text[start]))) {
+        std::string_view rest = text.substr(start);
+        tag.IsEnd = isEnd;
+        tag.Name = Lower(TakeUntil(rest, [](char letter) { return IsSpace(letter) || IsTagEnd(letter); }));
+        tag.Rest = rest;
+        TRawAttribute skipped;
+        while (TakeAttribute(rest, skipped)) {
+        }
+        tag.Rest.remove_suffix(rest.size());
+        tag.Raw = text.substr(0, text.size() - rest.size() + (rest.empty() ? 0 : 1));
+    } else if (isEnd || text[1] == '!' || text[1] == '?') {
+        tag.Name = text.substr(1, 1);
+        tag.Raw = text.substr(0, text.starts_with("<!--") ? CommentLength(text) : LengthTo(text, ">"));
+    } else {
+        return std::nullopt;
+    }
+    return tag;
+}
+
+// Up to the end tag, what is in these is text, whatever it looks like.
+std::size_t RawTextLength(const THtmlTag& tag, std::string_view behind) {
+    static constexpr std::array<std::string_view, 8> names = {"iframe", "noembed",  "noframes", "script",
+                                                              "style",  "textarea", "title",    "xmp"};
+    if (tag.IsEnd || std::find(names.begin(), names.end(), tag.Name) == names.end()) return 0;
+    for (std::size_t at = behind.find("</"); at != std::string_view::npos; at = behind.find("</", at + 2)) {
+        const std::string_view name = behind.substr(at + 2, tag.Name.size());
+        const std::string_view after = behind.substr(at + 2 + name.size(), 1);
+        if (Lower(name) == tag.Name && (after.empty() || IsSpace(after[0]) || IsTagEnd(after[0]))) return at;
+    }
+    return behind.size();
 }
 
 std::string Escaped(std::string_view value) {
@@ -126,15 +149,15 @@ void WalkHtml(std::string_view html, const std::function<void(std::string_view)>
     std::size_t textStart = 0;
     std::size_t i = 0;
     while (i < html.size()) {
-        const std::size_t length = html[i] == '<' ? TagLength(html.substr(i)) : 0;
-        if (length == 0) {
+        const auto tag = html[i] == '<' ? ParseTag(html.substr(i)) : std::nullopt;
+        if (!tag) {
             ++i;
             continue;
         }
         if (i > textStart) onText(html.substr(textStart, i - textStart));
-        onTag(ParseTag(html.substr(i, length)));
-        i += length;
-        textStart = i;
+        onTag(*tag);
+        textStart = i + tag->Raw.size();
+        i = textStart + RawTextLength(*tag, html.substr(textStart));
     }
     if (i > textStart) onText(html.substr(textStart));
 }
@@ -142,10 +165,9 @@ void WalkHtml(std::string_view html, const std::function<void(std::string_view)>
 THtmlAttributes AttributesOf(const THtmlTag& tag) {
     THtmlAttributes attributes;
     std::string_view rest = tag.Rest;
-    std::string name;
-    std::string value;
-    while (TakeAttribute(rest, name, value))
-        attributes.emplace_back(name, value);
+    TRawAttribute attribute;
+    while (TakeAttribute(rest, attribute))
+        attributes.emplace_back(Lower(attribute.Name), Markup::DecodeReferences(attribute.Value));
     return attributes;
 }
 
