@@ -95,7 +95,14 @@ INSTANTIATE_TEST_SUITE_P(
                       "<span style=\"background-color: rgb(255, 255, 0); font-size: 12pt;\">x</span>"},
            MarkupCase{"StoredImage", "<img src=\"file:///a/abc\" src_original=\"abc\" alt=\"A\">",
                       "<img src=\"abc\" src_original=\"abc\" alt=\"A\" />"},
-           MarkupCase{"ImageWithoutSource", "<img alt=\"x\" />"}),
+           MarkupCase{"ImageWithoutSource", "<p>a <img alt=\"x &lt; y\"><img></p>", "<p>a x &lt; y</p>"},
+           MarkupCase{"OfficeClasses", "<p class=\"MsoNormal\"><i class=\"a SpellE b\">x</i></p>",
+                      "<p><i class=\"a b\">x</i></p>"},
+           MarkupCase{"OfficeStyle", "<p style=\"text-autospace:none;mso-x:1;text-align:left\">x</p>",
+                      "<p style=\"text-align: left;\">x</p>"},
+           MarkupCase{"LineBreakThatIsNone", "<pre>\nx</pre>", "<pre>x</pre>"},
+           MarkupCase{"LineBreakAtTheStart", "<pre>\n\nx\n</pre><pre><b>\ny</b></pre>"},
+           MarkupCase{"LineBreaksOfAnotherSystem", "<pre>a\r\nb\rc</pre>", "<pre>a\nb\nc</pre>"}),
     NameOf);
 
 class BadMarkup : public TestWithParam<MarkupCase> {};

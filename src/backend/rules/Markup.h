@@ -9,8 +9,10 @@ namespace Backend {
 // The mark-up as descriptions are kept: well-formed XHTML with nothing in it but
 // formatted text, tables, links and stored pictures. What does not nest, is not ended
 // or not quoted is mended; scripts, frames, forms, style sheets, comments and addresses
-// that lead anywhere but to the web, a mailbox or within the text are left out. A whole
-// document stays one, a piece stays a piece; cleaned mark-up comes out unchanged.
+// that lead anywhere but to the web, a mailbox or within the text are left out, and so is
+// what only an office program understands; an image without an address becomes its
+// alternative text. A whole document stays one, a piece stays a piece; cleaned mark-up
+// comes out unchanged.
 //
 // Expects valid UTF-8. Refuses (MarkupViolation) what cannot be mended without losing
 // text: a tag, an attribute or a comment without an end, elements nested hundreds deep;

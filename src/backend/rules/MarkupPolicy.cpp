@@ -29,19 +29,24 @@ constexpr std::array<std::string_view, 25> Dropped = {
     "link",       "meta",           "metadata", "noembed",  "noframes", "param",   "script",
     "style",      "template",       "title",    "video"};
 
-constexpr std::array<std::string_view, 43> PlainAttributes = {
-    "abbr",        "align",    "alt",     "axis",    "bgcolor", "border",  "bordercolor", "cellpadding",
-    "cellspacing", "char",     "charoff", "class",   "clear",   "color",   "cols",        "colspan",
-    "compact",     "datetime", "dir",     "face",    "frame",   "headers", "height",      "hspace",
-    "id",          "lang",     "link",    "noshade", "nowrap",  "rowspan", "rules",       "scope",
-    "size",        "span",     "start",   "summary", "text",    "title",   "type",        "valign",
-    "value",       "vspace",   "width"};
+constexpr std::array<std::string_view, 42> PlainAttributes = {
+    "abbr",        "align",       "alt",      "axis",    "bgcolor", "border",  "bordercolor",
+    "cellpadding", "cellspacing", "char",     "charoff", "clear",   "color",   "cols",
+    "colspan",     "compact",     "datetime", "dir",     "face",    "frame",   "headers",
+    "height",      "hspace",      "id",       "lang",    "link",    "noshade", "nowrap",
+    "rowspan",     "rules",       "scope",    "size",    "span",    "start",   "summary",
+    "text",        "title",       "type",     "valign",  "value",   "vspace",  "width"};
 
-constexpr std::array<std::string_view, 21> StylePrefixes = {
-    "background-color", "border",          "caption-side", "clear",   "color",        "direction",
-    "display",          "empty-cells",     "float",        "font",    "height",       "letter-spacing",
-    "line-height",      "list-style-type", "margin",       "padding", "table-layout", "text-",
-    "vertical-align",   "white-space",     "width"};
+// Office programs have properties of their own that begin with "text-" as well.
+constexpr std::array<std::string_view, 25> StylePrefixes = {
+    "background-color", "border",         "caption-side",   "clear",           "color",
+    "direction",        "display",        "empty-cells",    "float",           "font",
+    "height",           "letter-spacing", "line-height",    "list-style-type", "margin",
+    "padding",          "table-layout",   "text-align",     "text-decoration", "text-indent",
+    "text-shadow",      "text-transform", "vertical-align", "white-space",     "width"};
+
+// Classes that mean something to the style sheet of an office program only.
+constexpr std::array<std::string_view, 4> OfficeClasses = {"GramE", "Mso", "SpellE", "WordSection"};
 
 bool Has(Names names, std::string_view name) {
     return std::ranges::binary_search(names, name);
@@ -120,6 +125,19 @@ bool IsPictureName(std::string_view text) {
         return IsLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '_' || c == '.';
     };
     return !text.empty() && text.front() != '.' && std::ranges::all_of(text, fits);
+}
+
+std::string CleanClasses(std::string_view classes) {
+    std::string clean;
+    for (classes = Trimmed(classes); !classes.empty(); classes = Trimmed(classes)) {
+        const std::string_view name = classes.substr(0, classes.find_first_of(" \t\n\r\f"));
+        classes.remove_prefix(name.size());
+        const auto begins = [name](std::string_view prefix) { return name.starts_with(prefix); };
+        if (std::ranges::any_of(OfficeClasses, begins)) continue;
+        if (!clean.empty()) clean += ' ';
+        clean += name;
+    }
+    return clean;
 }
 
 std::string CleanStyle(std::string_view style) {

@@ -24,6 +24,9 @@ bool IsSafeAddress(std::string_view address);
 // The name of a stored picture: not more than a name, so that it leads nowhere.
 bool IsPictureName(std::string_view text);
 
+// The names of a "class" attribute that are not an office program's; empty for none.
+std::string CleanClasses(std::string_view classes);
+
 // The declarations of a "style" attribute that only format text; empty for none.
 std::string CleanStyle(std::string_view style);
 
