@@ -5,8 +5,10 @@
 
 #include <gmock/gmock.h>
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 namespace {
 
@@ -209,7 +211,7 @@ TEST_F(TContent, ImagesOfADescriptionAreFetchedOnceAndShownFromTheirFiles) {
     EXPECT_EQ(FCalls.RoundTrips(), 0);
     const std::string text = Utf8(html);
     const std::size_t start = text.find("src=\"file://") + 12;
-    EXPECT_EQ(ReadFile(text.substr(start, text.find('"', start) - start)), "picture");
+    EXPECT_EQ(ReadFile(text.substr(start, text.find('"', start) - start)), TinyPicture());
     requirement->lock();
     requirement->Get_Description()->Set_Text(html);
     requirement->save();
@@ -217,46 +219,74 @@ TEST_F(TContent, ImagesOfADescriptionAreFetchedOnceAndShownFromTheirFiles) {
 }
 
 TEST_F(TContent, ANewImageGoesToTheServerWithTheSave) {
-    WriteFile(FFolder.Path() / "new one.PNG", "new picture");
-    FRequirement->lock();
-    const std::string path = FFolder.File("new one.PNG");
-    FRequirement->Get_Description()->Set_Text(
-        Wide("<p><img src=\"" + path + "\" border=0 new=\"true\"></p>"));
-    FRequirement->save();
-    const std::u16string html = FRequirement->Get_Description()->Get_Text();
-    std::filesystem::remove(path);
     const auto other = LogOn(u"ben");
-    EXPECT_EQ(other->getLatestRequirement(FSample.Stop)->Get_Description()->Get_Text(), html);
-    EXPECT_EQ(other->Get_ImageManager()->cacheImages(html), 1);
-    const std::string text = Utf8(html);
-    const std::size_t start = text.find("src=\"file://") + 12;
-    EXPECT_EQ(ReadFile(text.substr(start, text.find('"', start) - start)), "new picture");
+    const auto address = [this](const std::string& name) { return PictureAddress(FFolder.File(name)); };
+    for (const auto& [name, source] :
+         {std::pair<std::string, std::string>{"new one.PNG", address("new one.PNG")},
+          {"a#b?c%20d%41.gif", address("a#b?c%20d%41.gif")},
+          {"", "data:image/gif;base64," + std::string(TinyPictureBase64)}}) {
+        if (!name.empty()) WriteFile(FFolder.File(name), TinyPicture(name));
+        FRequirement->lock();
+        FRequirement->Get_Description()->Set_Text(
+            Wide("<p><img src=\"" + source + "\" border=0 new=\"true\"></p>"));
+        FRequirement->save();
+        FRequirement->unlock();
+        const std::u16string html = FRequirement->Get_Description()->Get_Text();
+        EXPECT_EQ(other->getLatestRequirement(FSample.Stop)->Get_Description()->Get_Text(), html);
+        EXPECT_EQ(other->Get_ImageManager()->cacheImages(html), 1);
+        const std::string text = Utf8(html);
+        const std::size_t start = text.find("src=\"file://") + 12;
+        EXPECT_EQ(ReadFile(text.substr(start, text.find('"', start) - start)), TinyPicture(name));
+    }
 }
 
-TEST_F(TContent, ANewImageThatCannotBeReadFailsTheSaveAndKeepsWhatWasWritten) {
+TEST_F(TContent, ANewImageThatIsNoneFailsTheSaveAndKeepsWhatWasWritten) {
+    WriteFile(FFolder.File("large"), "");
+    std::filesystem::resize_file(FFolder.File("large"), std::uintmax_t{1} << 40);
+    WriteFile(FFolder.File("notes"), "These are notes.");
     FRequirement->lock();
-    FRequirement->Get_Description()->Set_Text(u"<p><img src=\"/missing.png\" new=\"true\"></p>");
-    EXPECT_THAT(FailureOf([&] { FRequirement->save(); }), HasSubstr("/missing.png"));
+    for (const auto& [name, failure] : {std::pair<std::string, std::string>{"missing", "cannot be read"},
+                                        {".", "cannot be read"},
+                                        {"large", "larger than 16777216 bytes"},
+                                        {"notes", "no PNG, JPEG, GIF or WebP picture"}}) {
+        const std::string html = "<p><img src=\"" + FFolder.File(name) + "\" new=\"true\"></p>";
+        FRequirement->Get_Description()->Set_Text(Wide(html));
+        FCalls.Clear();
+        EXPECT_THAT(FailureOf([&] { FRequirement->save(); }),
+                    AllOf(HasSubstr(FFolder.File(name)), HasSubstr(failure)));
+        EXPECT_EQ(FCalls.RoundTrips(), 0);
+        EXPECT_EQ(Utf8(FRequirement->Get_Description()->Get_Text()), html);
+    }
     EXPECT_EQ(SeenByOthers()->Get_Description()->Get_Text(), u"<p>Stop</p>");
-    EXPECT_EQ(FRequirement->Get_Description()->Get_Text(), u"<p><img src=\"/missing.png\" new=\"true\"></p>");
+}
+
+// What a server sends may be neither a picture nor the one that was asked for.
+TEST_F(TContent, AnImageThatIsNoneIsNotKeptHere) {
+    Backend::Database(FOptions.DatabasePath).Query("update image set data = $1", std::string("MZ")).Next();
+    const std::u16string html = FSession->getLatestRequirement(FSample.Deep)->Get_Description()->Get_Text();
+    FSession->Get_ImageManager()->cacheImages(html);
+    const std::string text = Utf8(html);
+    const std::size_t start = text.find("src=\"file://") + 12;
+    EXPECT_FALSE(std::filesystem::exists(text.substr(start, text.find('"', start) - start)));
 }
 
 TEST_F(TContent, AMarkForANewImageThatSomebodyElseHasStoredSendsNoFile) {
     const std::string path = FFolder.File("private.png");
-    WriteFile(path, "private picture");
-    Backend::Database(FOptions.DatabasePath)
-        .Query("update requirement_text set description = $1 where description = $2",
-               "<p><img src=\"" + path + "\" new=\"true\"></p>", std::string("<p>Stop</p>"))
-        .Next();
-    const auto session = LogOn();
-    const auto requirement = session->getLatestRequirement(FSample.Stop);
-    const std::u16string html = requirement->Get_Description()->Get_Text();
-    EXPECT_THAT(Utf8(html), HasSubstr("private.png"));
-    requirement->lock();
-    requirement->Get_Description()->Set_Text(html);
-    FCalls.Clear();
-    EXPECT_THAT(FailureOf([&] { requirement->save(); }), HasSubstr("does not have a 'src_original'"));
-    EXPECT_THAT(FCalls.Requests(), ElementsAre("SaveRequirement"));
+    WriteFile(path, TinyPicture());
+    const std::string mark = "<img src=\"" + path + "\" new=\"true\">";
+    std::string stored = "<p>Stop</p>";
+    for (const std::string before : {"", "<!-->", "<!--->", "<? \">", "<p \">", "<p a=b\">", "<p =\">",
+                                     "<style><p a=\"</style>", "<!-- --!>"}) {
+        SCOPED_TRACE(before);
+        const std::string html = before + mark + "\"> -->";
+        Backend::Database(FOptions.DatabasePath)
+            .Query("update requirement_text set description = $1 where description = $2", html, stored)
+            .Next();
+        stored = html;
+        const std::u16string read =
+            LogOn()->getLatestRequirement(FSample.Stop)->Get_Description()->Get_Text();
+        EXPECT_THAT(Utf8(read), AllOf(HasSubstr("private.png"), Not(HasSubstr("new="))));
+    }
 }
 
 TEST_F(TContent, TheHtmlHelperWorksWithoutAServer) {

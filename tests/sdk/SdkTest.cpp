@@ -83,7 +83,7 @@ void AddRequirements(BulkWriter& writer, TSample& sample) {
     sample.Warm = add(0, sample.Start, "Warm");
     sample.Cold = add(0, sample.Start, "Cold");
     NewRequirement deep = Requirement(sample, 0, sample.Cold, "Deep");
-    const std::string image = writer.AddImage("image/png", "picture");
+    const std::string image = writer.AddImage(TinyPicture());
     deep.Description = "<p><img src_original=\"" + image + "\" src=\"" + image + "\" /></p>";
     sample.Deep = writer.AddRequirement(deep, revision);
     sample.Evening = add(sample.Usage, 0, "Evening");

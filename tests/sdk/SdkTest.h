@@ -8,6 +8,7 @@
 #include "platform/sdk/SdkCalls.h"
 #include "server/Quorane_TLB.h"
 #include "support/TempFolder.h"
+#include "support/TinyPicture.h"
 
 #include <functional>
 #include <memory>

@@ -1,5 +1,6 @@
 // Discussions, traces, glossaries, images: what stands around the requirements.
 #include "ServiceFixture.h"
+#include "support/TinyPicture.h"
 
 #include <gmock/gmock.h>
 
@@ -32,6 +33,20 @@ public:
 
     bool Unread(Client& client, const std::string& name) {
         return client.Path(FCurrent, Id(name)).back().has_unread_messages();
+    }
+
+    grpc::Status Put(const std::string& image, wire::PutImageReply& reply) {
+        constexpr std::size_t piece = 1'000'000;
+        grpc::ClientContext context;
+        context.AddMetadata("quorane-token-bin", FAnn.Token());
+        auto writer = FAnn.FStub->PutImage(&context, &reply);
+        wire::ImageChunk chunk;
+        for (std::size_t at = 0; at < image.size(); at += piece) {
+            chunk.set_data(image.substr(at, piece));
+            writer->Write(chunk);
+        }
+        writer->WritesDone();
+        return writer->Finish();
     }
 
     void MarkRead(Client& client, int message, bool read = true) {
@@ -157,29 +172,33 @@ TEST_F(ContentTest, ALargeImageGoesThereAndBackInPieces) {
     std::string data(5'000'000, '\0');
     for (std::size_t i = 0; i < data.size(); ++i)
         data[i] = static_cast<char>(i * 7 >> 3);
-    grpc::ClientContext context;
-    context.AddMetadata("quorane-token-bin", FAnn.Token());
+    data = TinyPicture(data);
     wire::PutImageReply reply;
-    auto writer = FAnn.FStub->PutImage(&context, &reply);
-    wire::ImageChunk chunk;
-    chunk.set_media_type("image/png");
-    for (std::size_t at = 0; at < data.size(); at += 1'000'000) {
-        chunk.set_data(data.substr(at, 1'000'000));
-        ASSERT_TRUE(writer->Write(chunk));
-    }
-    writer->WritesDone();
-    ASSERT_TRUE(writer->Finish().ok());
+    ASSERT_TRUE(Put(data, reply).ok());
     wire::GetImageRequest request;
     request.set_hash(reply.hash());
     const auto chunks = FBen.Stream(&Stub::GetImage, request);
     std::string back;
     for (const wire::ImageChunk& piece : chunks)
         back += piece.data();
-    EXPECT_EQ(chunks[0].media_type(), "image/png");
+    EXPECT_EQ(chunks[0].media_type(), "image/gif");
     EXPECT_TRUE(back == data);
     request.set_hash(std::string(64, '0'));
     EXPECT_THAT(RefusalOf([&] { FBen.Stream(&Stub::GetImage, request); }),
                 StartsWith("ObjectNotFoundException"));
+}
+
+TEST_F(ContentTest, WhatIsNoImageIsRefused) {
+    const auto refusal = [&](const std::string& bytes) {
+        wire::PutImageReply reply;
+        return Put(bytes, reply).error_message();
+    };
+    EXPECT_THAT(refusal(""), HasSubstr("empty or larger than 16777216 bytes"));
+    EXPECT_THAT(refusal(TinyPicture(std::string(16 << 20, 'x'))), HasSubstr("larger than 16777216 bytes"));
+    for (const char* bytes : {"GIF", "<svg/>", "RIFF1234WAVE"})
+        EXPECT_THAT(refusal(bytes), HasSubstr("no PNG, JPEG, GIF or WebP picture")) << bytes;
+    for (const char* bytes : {"\x89PNG\r\n\x1A\n", "\xFF\xD8\xFF\xE0", "GIF87a", "RIFF1234WEBP"})
+        EXPECT_EQ(refusal(bytes), "") << bytes;
 }
 
 } // namespace

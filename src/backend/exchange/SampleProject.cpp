@@ -257,8 +257,7 @@ void SampleProject::WriteSourceTrace(const SampleRequirement& plan, const Outlin
 
 std::string SampleProject::AddPicture(const std::string& file) {
     const auto path = FFolder.parent_path() / "pictures" / file;
-    return FWriter.AddImage(path.extension() == ".svg" ? "image/svg+xml" : "image/png",
-                            ReadFile(path.string()));
+    return FWriter.AddImage(ReadFile(path.string()));
 }
 
 } // namespace Exchange

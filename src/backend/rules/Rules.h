@@ -17,7 +17,6 @@ constexpr std::size_t MaxRequirementName = 255;
 constexpr std::size_t MaxTextLength = 100'000;
 constexpr std::size_t MaxDescriptionBytes = 1'500'000;
 constexpr std::size_t MaxReferences = 1000;
-constexpr std::size_t MaxImageBytes = 16 * 1024 * 1024;
 
 // Valid UTF-8 without NUL, at most so many characters. What: like "The subject".
 void CheckText(std::string_view what, std::string_view text, std::size_t maxLength);

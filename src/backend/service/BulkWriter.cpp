@@ -1,6 +1,7 @@
 #include "backend/service/BulkWriter.h"
 
 #include "backend/rules/Editing.h"
+#include "backend/rules/Images.h"
 #include "backend/rules/Passwords.h"
 #include "backend/rules/Rules.h"
 
@@ -334,13 +335,8 @@ ObjectId BulkWriter::AddGlossary(ObjectId projectId, const Glossary& glossary) {
     return made.Id;
 }
 
-std::string BulkWriter::AddImage(const std::string& mediaType, std::string_view bytes) {
-    CheckName("The image's media type", mediaType);
-    if (bytes.empty() || bytes.size() > MaxImageBytes)
-        throw RuleViolation("An image is empty or larger than " + std::to_string(MaxImageBytes) + " bytes.");
-    const std::string hash = ContentHash(bytes);
-    FState->Target.Images.Add(hash, mediaType, bytes);
-    return hash;
+std::string BulkWriter::AddImage(std::string_view bytes) {
+    return KeepImage(FState->Target, bytes);
 }
 
 ObjectId BulkWriter::FreezeBaseline(ObjectId projectId, const std::string& name,

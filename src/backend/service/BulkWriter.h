@@ -109,7 +109,7 @@ public:
 
     // Gives the SHA-256 in hexadecimal digits, by which a description names the
     // image: <img src_original="HASH" src="HASH" />.
-    std::string AddImage(const std::string& mediaType, std::string_view bytes);
+    std::string AddImage(std::string_view bytes);
 
     // A frozen copy of the current baseline as it is now.
     ObjectId FreezeBaseline(ObjectId projectId, const std::string& name, const std::string& description,

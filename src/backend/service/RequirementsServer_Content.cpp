@@ -1,3 +1,4 @@
+#include "backend/rules/Images.h"
 #include "backend/rules/Rules.h"
 #include "backend/service/RequirementsServer.h"
 #include "backend/service/Wire.h"
@@ -105,19 +106,12 @@ grpc::Status RequirementsServer::PutImage(Context* context, grpc::ServerReader<w
         DemandAnyRole(connection, caller, Role::Editor);
     });
     if (!allowed.ok()) return allowed;
-    Image image;
+    std::string bytes;
     wire::ImageChunk chunk;
-    while (image.Data.size() <= MaxImageBytes && reader->Read(&chunk)) {
-        if (image.MediaType.empty()) image.MediaType = chunk.media_type();
-        image.Data += chunk.data();
-    }
+    while (bytes.size() <= MaxPictureBytes && reader->Read(&chunk))
+        bytes += chunk.data();
     return Write(*context, [&](Connection& connection, const Caller&) {
-        CheckName("The image's media type", image.MediaType);
-        if (image.Data.empty() || image.Data.size() > MaxImageBytes)
-            throw RuleViolation("An image is empty or larger than " + std::to_string(MaxImageBytes) +
-                                " bytes.");
-        reply->set_hash(ContentHash(image.Data));
-        connection.Images.Add(reply->hash(), image.MediaType, image.Data);
+        reply->set_hash(KeepImage(connection, bytes));
     });
 }
 

@@ -1,13 +1,16 @@
 #include "platform/sdk/ImageCache.h"
 
 #include "contracts/Exceptions.h"
+#include "contracts/Pictures.h"
+#include "markup/PictureFormat.h"
 #include "platform/sdk/Connection.h"
 #include "platform/sdk/Failures.h"
 #include "platform/sdk/HtmlTags.h"
 
+#include <absl/strings/escaping.h>
+
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <system_error>
 
 #include <unistd.h>
@@ -17,20 +20,52 @@ namespace Sdk {
 namespace {
 
 constexpr std::size_t ChunkBytes = 64 * 1024;
-const std::string FileScheme = "file://";
 
-std::string WithoutScheme(const std::string& address) {
-    return address.starts_with(FileScheme) ? address.substr(FileScheme.size()) : address;
+// A new picture as the description names it.
+struct TNewPicture {
+    // For messages.
+    std::string Name;
+    std::string Bytes;
+};
+
+[[noreturn]] void RaiseNoPicture(const std::string& name, const std::string& why) {
+    RaiseFailure("InvalidValueException: " + name + " is " + why + ". Take it out or insert another one.");
 }
 
-std::string MediaType(const std::filesystem::path& file) {
-    std::string type = file.extension().string();
-    if (!type.empty()) type.erase(0, 1);
-    for (char& letter : type)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    if (type == "jpg") type = "jpeg";
-    if (type == "svg") type = "svg+xml";
-    return "image/" + (type.empty() ? "png" : type);
+// The file may be anything that the user has chosen, so its size is looked at first.
+TNewPicture ReadPicture(const std::string& path) {
+    TNewPicture picture{"The picture \"" + path + "\"", {}};
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (!error && size > Markup::MaxPictureBytes)
+        RaiseNoPicture(picture.Name, "larger than " + std::to_string(Markup::MaxPictureBytes) + " bytes");
+    if (!error) {
+        picture.Bytes.resize(size);
+        std::ifstream file(path, std::ios::binary);
+        if (file.read(picture.Bytes.data(), static_cast<std::streamsize>(size))) return picture;
+    }
+    RaiseFailure("FileNotFoundException: " + picture.Name + " cannot be read.");
+}
+
+// The bytes stand in the address itself.
+TNewPicture DecodePicture(std::string_view address) {
+    constexpr std::string_view mark = ";base64,";
+    TNewPicture picture{"A pasted picture", {}};
+    if (const std::size_t start = address.find(mark); start != std::string_view::npos) {
+        address.remove_prefix(start + mark.size());
+        absl::Base64Unescape({address.data(), address.size()}, &picture.Bytes);
+    }
+    if (picture.Bytes.size() > Markup::MaxPictureBytes)
+        RaiseNoPicture(picture.Name, "larger than " + std::to_string(Markup::MaxPictureBytes) + " bytes");
+    return picture;
+}
+
+TNewPicture TakePicture(const std::string& address) {
+    TNewPicture picture =
+        address.starts_with("data:") ? DecodePicture(address) : ReadPicture(PicturePath(address));
+    if (Markup::PictureType(picture.Bytes).empty())
+        RaiseNoPicture(picture.Name, "no " + std::string(Markup::PictureFormats) + " picture");
+    return picture;
 }
 
 // What comes from a description becomes a file name, so nothing else passes.
@@ -59,12 +94,16 @@ void TImageCache::Fetch(TConnection& connection, const std::string& hash) const 
         if (failure.ErrorCode() == CodeServerUnavailable) throw;
         return;
     }
+    // What is no picture would only lie there.
+    std::string bytes;
+    for (const wire::ImageChunk& chunk : chunks)
+        bytes += chunk.data();
+    if (Markup::PictureType(bytes).empty()) return;
     std::filesystem::create_directories(FFolder, error);
     // Another window may fetch the same picture at the same time.
     const auto part = FFolder / (hash + "." + std::to_string(getpid()));
     std::ofstream out(part, std::ios::binary);
-    for (const wire::ImageChunk& chunk : chunks)
-        out << chunk.data();
+    out << bytes;
     out.close();
     if (out)
         std::filesystem::rename(part, file, error);
@@ -72,25 +111,12 @@ void TImageCache::Fetch(TConnection& connection, const std::string& hash) const 
         std::filesystem::remove(part, error);
 }
 
-std::string TImageCache::Store(TConnection& connection, const std::string& path) const {
-    std::ifstream file(path, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    if (!file.is_open() || file.bad() || bytes.empty())
-        RaiseFailure("FileNotFoundException: The picture \"" + path + "\" cannot be read.");
+std::string TImageCache::Store(TConnection& connection, const std::string& address) {
+    const std::string bytes = TakePicture(address).Bytes;
     std::vector<wire::ImageChunk> chunks;
-    for (std::size_t at = 0; at < bytes.size(); at += ChunkBytes) {
-        wire::ImageChunk& chunk = chunks.emplace_back();
-        if (at == 0) chunk.set_media_type(MediaType(path));
-        chunk.set_data(bytes.substr(at, ChunkBytes));
-    }
-    try {
-        return connection.AskWithStream("PutImage", &TConnection::TStub::PutImage, chunks).hash();
-    } catch (const EOleSysError& failure) {
-        const std::string reason = failure.what();
-        if (!reason.starts_with("InvalidValueException")) throw;
-        // The server does not know which of the pictures it was sent.
-        RaiseFailure(reason + " Take the picture \"" + path + "\" out or insert another one.");
-    }
+    for (std::size_t at = 0; at < bytes.size(); at += ChunkBytes)
+        chunks.emplace_back().set_data(bytes.substr(at, ChunkBytes));
+    return connection.AskWithStream("PutImage", &TConnection::TStub::PutImage, chunks).hash();
 }
 
 std::string TImageCache::WithoutNew(const std::string& html) {
@@ -122,7 +148,7 @@ std::string TImageCache::StoreNew(TConnection& connection, const std::string& ht
     return ChangeTags(html, "img", [&](THtmlAttributes& attributes) {
         std::string* source = FindAttribute(attributes, "src");
         if (!source || !FindAttribute(attributes, "new")) return false;
-        *source = Store(connection, WithoutScheme(*source));
+        *source = Store(connection, *source);
         const std::string hash = *source;
         std::erase_if(attributes, [](const auto& attribute) { return attribute.first == "new"; });
         attributes.emplace_back("src_original", hash);
@@ -131,7 +157,7 @@ std::string TImageCache::StoreNew(TConnection& connection, const std::string& ht
 }
 
 std::string TImageCache::Prefix() const {
-    return FileScheme + FFolder.string() + "/";
+    return "file://" + PictureAddress(FFolder.string()) + "/";
 }
 
 } // namespace Sdk

@@ -15,13 +15,15 @@ public:
     // The folder need not exist yet.
     explicit TImageCache(std::filesystem::path folder);
 
-    // One round trip for a picture that is not here. One that the server lacks, or
-    // that cannot be stored, is left out: the description shows without it. Raises
+    // One round trip for a picture that is not here. One that the server lacks, that is
+    // none or that cannot be stored is left out: the description shows without it. Raises
     // the failure of a lost connection.
     void Fetch(TConnection& connection, const std::string& hash) const;
 
     // The description with every picture that is marked as new sent to the server and
-    // named by its hash: a round trip each. Raises when a file cannot be read.
+    // named by its hash: a round trip each. Its address is a file's (PictureAddress) or
+    // holds the bytes themselves ("data:"). Raises when a file cannot be read, is too
+    // large or is no picture.
     std::string StoreNew(TConnection& connection, const std::string& html) const;
 
     // The description without marks for new pictures. One that somebody else has marked
@@ -33,7 +35,7 @@ public:
     std::string ToStored(const std::string& html) const;
 
 private:
-    std::string Store(TConnection& connection, const std::string& path) const;
+    static std::string Store(TConnection& connection, const std::string& address);
     std::string Prefix() const;
 
     const std::filesystem::path FFolder;

@@ -1,0 +1,20 @@
+// Keeps the images of descriptions.
+#pragma once
+
+#include "markup/PictureFormat.h"
+
+#include <string>
+#include <string_view>
+
+namespace Backend {
+
+struct Connection;
+
+using Markup::MaxPictureBytes;
+
+// Keeps an image once, however often it comes, and gives the hash by which descriptions
+// name it. Its media type is what its bytes say. Refuses (RuleViolation) what is empty,
+// too large or in no format of pictures.
+std::string KeepImage(Connection& connection, std::string_view bytes);
+
+} // namespace Backend
