@@ -29,6 +29,7 @@ constexpr const char* Pieces[] = {
     "\xC3\xA4\xC3\xB6\xC3\xBC \xE2\x82\xAC \xF0\x9F\x94\xA5 e\xCC\x81 \xE2\x80\x8F",
     "<a href=\"https://example.org/a%20b?c=d&amp;e=f\">@</a>",
     "<pre>  two\n    lines  </pre>",
+    "<pre>\n\n  two\n    lines\n</pre><pre>\none</pre>",
     "<h2>@</h2><hr><br>",
     "<blockquote>@</blockquote>",
     "<div style=\"margin-left: 20px;\">@</div>",

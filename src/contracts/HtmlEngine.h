@@ -123,7 +123,8 @@ public:
     virtual void moveEnd(const std::string& unit, std::int32_t count) = 0;
     virtual void collapse(bool toStart) = 0;
     virtual THtmlHandle<IHTMLElement> parentElement() = 0;
-    // Replaces the range by parsed HTML; the user can take it back.
+    // Replaces the range by parsed HTML; the user can take it back. An image whose "src"
+    // is the path of a file is shown from there.
     virtual void pasteHTML(const std::u16string& html) = 0;
 };
 
@@ -300,6 +301,9 @@ public:
     // of it. Comes at a turn of the message loop; a call that was under way has failed
     // before. Navigate starts the process anew.
     std::function<void()> OnEngineGone;
+    // So many pictures of what the user has pasted or dropped are neither in the folder
+    // for pictures nor bring their bytes along. Of them only the alternative text stays.
+    std::function<void(int count)> OnPicturesLost;
     // The user wants to follow a link to the web or a mailbox, by a click, with Ctrl held
     // while the document is edited; the control itself never leaves the document.
     std::function<void(const std::string& address)> OnLinkClick;

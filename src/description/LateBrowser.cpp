@@ -15,6 +15,9 @@ IWebBrowser& TLateBrowser::Browser() {
     FBrowser->OnEngineGone = [this] {
         if (OnEngineGone) OnEngineGone();
     };
+    FBrowser->OnPicturesLost = [this](int count) {
+        if (OnPicturesLost) OnPicturesLost(count);
+    };
     FBrowser->OnLinkClick = [this](const std::string& address) {
         if (OnLinkClick) OnLinkClick(address);
     };

@@ -46,6 +46,7 @@ TfraDescription::TfraDescription(TWinControl* parent, const std::string& name)
     MakeEngineGonePanel();
     wbrReqDescription->OnEngineGone = [this] { EngineGone(); };
     wbrReqDescription->OnDownloadComplete = [this] { wbrReqDescriptionDownloadComplete(); };
+    wbrReqDescription->OnPicturesLost = [](int count) { TellLostPictures(count); };
     wbrReqDescription->OnLinkClick = [](const std::string& address) { OpenLink(address); };
     wbrReqDescription->OnLinkHover = [this](const std::string& address) { ShowLinkHint(address); };
     wbrReqDescription->OnTextChanged = [this](const std::u16string& html) { KeepText(html); };

@@ -104,6 +104,7 @@ private:
     void htmlOnBlured();
     void MsgHandler(const TKeyMessage& message, bool& handled);
     void insertTabInDocument();
+    static void TellLostPictures(int count);
     static void OpenLink(const std::string& address);
     // An empty address is none.
     void ShowLinkHint(const std::string& address);

@@ -107,6 +107,11 @@ void TfraDescription::insertTabInDocument() {
     if (range) range->pasteHTML(u"&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;");
 }
 
+void TfraDescription::TellLostPictures(int count) {
+    Application().MessageBox(count == 1 ? SPictureLost : std::to_string(count) + SPicturesLost,
+                             SMessageCaption, TMessageIcon::Warning, TMessageButtons::Ok);
+}
+
 void TfraDescription::OpenLink(const std::string& address) {
     if (Application().MessageBox(SOpenLinkQuestion + address, SMessageCaption, TMessageIcon::Question,
                                  TMessageButtons::YesNo) == TMessageResult::Yes)

@@ -104,6 +104,12 @@ inline constexpr char SDescription[] = "Description";
 inline constexpr char SOpenLinkQuestion[] = "Open this address outside?\n";
 inline constexpr char SClickToOpen[] = "\nClick to open";
 inline constexpr char SCtrlClickToOpen[] = "\nCtrl+Click to open";
+inline constexpr char SPictureLost[] =
+    "A picture did not come along, because only a link to it was copied. Copy the picture itself, or save it "
+    "as a file and use Insert Image.";
+inline constexpr char SPicturesLost[] =
+    " pictures did not come along, because only links to them were copied. Copy each picture itself, or save "
+    "it as a file and use Insert Image.";
 inline constexpr char SEngineGone[] =
     "The view of the description has stopped working. The text as it was at your last pause is kept.";
 inline constexpr char SLoadAgain[] = "&Load Again";

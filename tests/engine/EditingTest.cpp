@@ -4,6 +4,7 @@
 
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -197,6 +198,26 @@ TEST_F(EngineEditing, PastedHtmlReplacesTheSelectionAndCanBeTakenBack) {
     EXPECT_TRUE(WaitUntil([this] { return Dirty(); }));
     static_cast<TBrowserControl&>(FBrowser.Control()).page()->triggerAction(QWebEnginePage::Undo);
     EXPECT_TRUE(WaitUntil([this] { return Html().find("old") != std::string::npos; }));
+}
+
+// Readers take a line break behind the tag for none.
+TEST_F(EngineEditing, LineBreakAtTheStartOfPreformattedTextComesBack) {
+    const char* body = "<body><pre>\n\nx</pre><pre>\n\n\n</pre><pre>y\n</pre></body>";
+    Edit(body);
+    EXPECT_THAT(Html(), HasSubstr(body));
+}
+
+// A document cannot have a file of the user's sent by marking it as a new picture.
+TEST_F(EngineEditing, OnlyPicturesOfTheUsersOwnStayMarkedAsNew) {
+    const std::string own = FFolder.File("own.gif");
+    const auto marked = [](const std::string& file) { return "<img src=\"" + file + "\" new=\"true\">"; };
+    const std::string document = "<body><!-->" + marked(FFolder.File("other.gif")) + marked(own) + "</body>";
+    Edit(document);
+    EXPECT_THAT(Html(), AllOf(HasSubstr("other.gif"), Not(HasSubstr("new="))));
+    TextRange()->pasteHTML(QString::fromStdString(marked(own)).toStdU16String());
+    EXPECT_THAT(Html(), HasSubstr(marked(own)));
+    Edit(document);
+    EXPECT_THAT(Html(), AllOf(HasSubstr(marked(own)), Not(HasSubstr(marked(FFolder.File("other.gif"))))));
 }
 
 TEST_F(EngineEditing, ClickOnPictureOrTableBorderSelectsTheControl) {

@@ -52,6 +52,13 @@ void TFileGuard::SetDocument(const QString& path) {
     FDocument = QFileInfo(path).absoluteFilePath();
 }
 
+QString TFileGuard::Choose(const QString& path) {
+    const QString address = ToQt(PictureAddress(FromQt(path)));
+    FAllowed.insert(QFileInfo(path).canonicalFilePath());
+    if (!FChosen.contains(address)) FChosen.append(address);
+    return address;
+}
+
 bool TFileGuard::AllowsPicture(const QUrl& url) const {
     if (url.scheme() == QStringLiteral("data")) return true;
     if (!url.isLocalFile() || !url.host().isEmpty()) return false;

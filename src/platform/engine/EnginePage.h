@@ -26,9 +26,12 @@ public:
     using QWebEngineUrlRequestInterceptor::QWebEngineUrlRequestInterceptor;
 
     void SetDocument(const QString& path);
-    // From here on, in this document and later ones: a text that is loaded again after
-    // the engine's process died still holds what the user had put in.
-    void Allow(const QString& path) { FAllowed.insert(QFileInfo(path).canonicalFilePath()); }
+    // Lets this document and later ones show a picture that the user has put in: a text
+    // that is loaded again after the engine's process died still holds it. Gives its
+    // address.
+    QString Choose(const QString& path);
+    // The addresses of all of these.
+    const QJsonArray& Chosen() const { return FChosen; }
 
     void interceptRequest(QWebEngineUrlRequestInfo& info) override;
 
@@ -37,6 +40,7 @@ private:
 
     QString FDocument;
     std::set<QString> FAllowed;
+    QJsonArray FChosen;
 };
 
 // The object that the agent sees.

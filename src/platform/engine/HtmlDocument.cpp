@@ -73,7 +73,8 @@ THtmlDocument::THtmlDocument(TEnginePage& page)
 void THtmlDocument::put_designMode(const std::string& mode) {
     const bool editing = mode == "On";
     if (!editing && mode != "Off") throw EOleSysError("The design mode is On or Off.", hsFail);
-    FObject.Call("setDesignMode", {editing ? QStringLiteral("on") : QStringLiteral("off")});
+    FObject.Call("setDesignMode",
+                 {editing ? QStringLiteral("on") : QStringLiteral("off"), FObject.Page().Guard().Chosen()});
     FEditing = editing;
 }
 

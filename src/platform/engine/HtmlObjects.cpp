@@ -162,21 +162,24 @@ public:
         return MakeElement(FRange.Page(), FRange.Read("rangeParent"));
     }
     void pasteHTML(const std::u16string& html) override {
-        AllowPictures(Text(html));
-        FRange.Call("rangePaste", {Text(html)});
+        const QString text = WithPictureAddresses(Text(html));
+        FRange.Call("rangePaste", {text, FRange.Page().Guard().Chosen()});
     }
 
 private:
-    // Pictures that the user puts in come from anywhere on the disk.
-    void AllowPictures(const QString& html) {
-        static const QRegularExpression source(QStringLiteral(R"re(<img\b[^>]*\bsrc="([^"]*)")re"),
+    // Pictures that the user puts in come from anywhere on the disk, by their paths.
+    QString WithPictureAddresses(QString html) {
+        static const QRegularExpression source(QStringLiteral(R"re(<img\b[^>]*\bsrc="(/[^"]*)")re"),
                                                QRegularExpression::CaseInsensitiveOption);
-        for (auto match = source.globalMatch(html); match.hasNext();) {
-            QString path = match.next().captured(1);
+        for (auto match = source.match(html); match.hasMatch();) {
+            QString path = match.captured(1);
             path.replace(QStringLiteral("&quot;"), QStringLiteral("\""));
             path.replace(QStringLiteral("&amp;"), QStringLiteral("&"));
-            FRange.Page().Guard().Allow(QUrl::fromUserInput(path).toLocalFile());
+            const QString address = FRange.Page().Guard().Choose(path).toHtmlEscaped();
+            html.replace(match.capturedStart(1), match.capturedLength(1), address);
+            match = source.match(html, match.capturedStart(1) + address.size());
         }
+        return html;
     }
 };
 

@@ -133,6 +133,10 @@ void TWebBrowser::TellFocus(bool focused) {
 void TWebBrowser::Hear(const QJsonObject& message) {
     const auto document = FDocument;
     if (!document) return;
+    if (const int lost = message[QStringLiteral("lostPictures")].toInt(); lost > 0) {
+        if (OnPicturesLost) ::Application().Dispatch(FControl, [&] { OnPicturesLost(lost); });
+        return;
+    }
     const QJsonValue type = message[QStringLiteral("event")];
     if (type == QStringLiteral("mousemove") || type == QStringLiteral("mouseleave"))
         TellHover(message[QStringLiteral("link")].toString());

@@ -27,6 +27,8 @@
     let changes = 0;
     let told = 0;
     const PauseMilliseconds = 1000;
+    // The files that the user has put in, as the documents name them.
+    const chosen = new Set();
     // The other side holds the state of the selection.
     let selectionTold = false;
     let pointedAt = document;
@@ -66,7 +68,7 @@
     function tellText() {
         if (told === changes) return;
         told = changes;
-        post({ dirty: true, epoch: epoch, html: document.documentElement.outerHTML });
+        post({ dirty: true, epoch: epoch, html: outerHTML(document.documentElement) });
     }
 
     function tellStale() {
@@ -324,8 +326,54 @@
         return Object.fromEntries(names.map((name) => [name, value(name)]));
     }
 
+    function bringsItsBytes(image) {
+        return /^data:image\/(png|jpeg|gif|webp);base64,/i.test(image.getAttribute('src'));
+    }
+
+    // Any other file would leave this machine without its user's doing.
+    function isNew(image) {
+        return image.hasAttribute('new') && (bringsItsBytes(image) || chosen.has(image.getAttribute('src')));
+    }
+
+    function isStored(image) {
+        const source = image.getAttribute('src');
+        const name = image.getAttribute('src_original');
+        return Boolean(source && name) && (source === name || source.endsWith('/' + name));
+    }
+
+    // Of pictures that came from elsewhere, those that bring their bytes along go to the
+    // server. Of the others the alternative text stays: the element itself must, or the
+    // user could not take the change back.
+    function settlePictures() {
+        let lost = 0;
+        for (const image of document.images) {
+            if (!image.hasAttribute('src') || isStored(image) || isNew(image)) continue;
+            if (bringsItsBytes(image)) {
+                image.setAttribute('new', 'true');
+                continue;
+            }
+            for (const name of image.getAttributeNames()) if (name !== 'alt') image.removeAttribute(name);
+            ++lost;
+        }
+        if (lost > 0) post({ lostPictures: lost });
+    }
+
+    function startsWithBreak(element) {
+        return element.innerHTML.startsWith('\n');
+    }
+
+    // Whoever reads HTML takes a line break right behind this tag for none.
+    function outerHTML(element) {
+        if (!Array.from(element.querySelectorAll('pre')).some(startsWithBreak)) return element.outerHTML;
+        const copy = element.cloneNode(true);
+        for (const pre of copy.querySelectorAll('pre')) if (startsWithBreak(pre)) pre.prepend('\n');
+        return copy.outerHTML;
+    }
+
     const operations = {
-        setDesignMode(_, mode) {
+        setDesignMode(_, mode, files) {
+            for (const file of files) chosen.add(file);
+            for (const image of document.images) if (!isNew(image)) image.removeAttribute('new');
             document.designMode = mode;
             document.execCommand('styleWithCSS', false, false);
             // Without a caret the first keys would go nowhere.
@@ -375,7 +423,8 @@
             return keepElement(node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement);
         },
         rangeControl: (state) => keepElement(controlIn(state.range)),
-        rangePaste(state, html) {
+        rangePaste(state, html, files) {
+            for (const file of files) chosen.add(file);
             select(state.range);
             if (!run('insertHTML', html)) throw new Error('The document cannot be changed.');
             state.range = currentRange().cloneRange();
@@ -383,7 +432,7 @@
         command(_, name) {
             return run(name, null);
         },
-        outerHTML: (element) => element.outerHTML,
+        outerHTML: outerHTML,
         attribute: (element, name) => attributeValue(element, name),
         setAttribute(element, name, value) {
             element.setAttribute(name, value === null ? '' : String(value));
@@ -469,7 +518,8 @@
         event.preventDefault();
         post({ link: link.href });
     }, true);
-    document.addEventListener('input', () => {
+    document.addEventListener('input', (event) => {
+        if (/^insertFrom/.test(event.inputType)) settlePictures();
         changed();
         tellStale();
     }, true);
