@@ -25,6 +25,7 @@ namespace {
 
 // Of one load, when the refusal of a link takes it along.
 constexpr int MostAttempts = 5;
+constexpr std::chrono::milliseconds FirstLoadCheck{10};
 constexpr auto AgentWorld = QWebEngineScript::ApplicationWorld;
 
 [[noreturn]] void Fail(const QString& what) {
@@ -93,6 +94,8 @@ TEnginePage::TEnginePage(QWebEngineProfile& profile)
     connect(this, &QWebEnginePage::renderProcessTerminated, this, [this] { RendererGone(); });
     FLoadLimit.setSingleShot(true);
     connect(&FLoadLimit, &QTimer::timeout, this, [this] { GiveUpLoad(); });
+    FLoadCheck.setSingleShot(true);
+    connect(&FLoadCheck, &QTimer::timeout, this, [this] { CheckLoad(); });
 }
 
 TEnginePage::~TEnginePage() {
@@ -132,39 +135,55 @@ void TEnginePage::Load(const QString& path) {
 }
 
 void TEnginePage::StartLoad() {
-    // Tells late news about an earlier load of the same file apart.
+    // Tells the document apart from an earlier load of the same file.
     FDocument.setQuery(QString::number(++FLoads));
     ++FAttempts;
+    FMissed = false;
     load(FDocument);
 }
 
 // A link that is refused also ends in a failed load, and a load that a newer one breaks
 // off ends as stopped; neither says anything about the document. But a link that was
-// clicked just before a load may take the load along when it is refused.
+// clicked just before a load may take the load along when it is refused, or make the
+// engine tell of each later load under the address of the one before. Then the page is
+// asked what it shows.
 void TEnginePage::LoadingChanged(const QWebEngineLoadingInfo& info) {
-    const bool succeeded = info.status() == QWebEngineLoadingInfo::LoadSucceededStatus;
-    const bool failed = info.status() == QWebEngineLoadingInfo::LoadFailedStatus;
-    const bool again = failed && FAttempts < MostAttempts && QFileInfo(FDocument.toLocalFile()).isReadable();
-    if (info.url() == FDocument && (succeeded || failed) && !again)
-        EndLoad(succeeded);
-    else if (info.status() != QWebEngineLoadingInfo::LoadStartedStatus)
-        CheckLoadLater();
+    const bool ended = info.status() != QWebEngineLoadingInfo::LoadStartedStatus;
+    if (!FLoading || !ended) return;
+    if (info.url() == FDocument && info.status() == QWebEngineLoadingInfo::LoadSucceededStatus)
+        EndLoad(true);
+    else
+        FLoadCheck.start(0);
 }
 
-void TEnginePage::CheckLoadLater() {
-    if (!FLoading) return;
-    QMetaObject::invokeMethod(
-        this,
-        [this, generation = FGeneration] {
-            const bool dropped = FLoading && generation == FGeneration && !isLoading();
-            if (dropped && FAttempts < MostAttempts) StartLoad();
-        },
-        Qt::QueuedConnection);
+void TEnginePage::CheckLoad() {
+    const QString script = QStringLiteral("location.search + ' ' + document.readyState");
+    runJavaScript(script, AgentWorld, [this, load = FLoads](const QVariant& answer) {
+        if (FLoading && load == FLoads) JudgeLoad(answer.toString());
+    });
+}
+
+// The page that is asked may be the old one while the new one is on its way, so a load
+// counts as lost when it is missed twice.
+void TEnginePage::JudgeLoad(const QString& shown) {
+    const bool there = shown.section(u' ', 0, 0).mid(1) == FDocument.query();
+    if (there && shown.endsWith(QStringLiteral(" complete"))) {
+        EndLoad(true);
+        return;
+    }
+    const bool lost = !there && !isLoading() && std::exchange(FMissed, true);
+    if (lost && !QFileInfo(FDocument.toLocalFile()).isReadable()) {
+        EndLoad(false);
+        return;
+    }
+    if (lost && FAttempts < MostAttempts) StartLoad();
+    FLoadCheck.start(FirstLoadCheck * (1 << FAttempts));
 }
 
 void TEnginePage::EndLoad(bool succeeded) {
     if (!FLoading) return;
     FLoadLimit.stop();
+    FLoadCheck.stop();
     FLoading = false;
     FReady = succeeded;
     // A script that the engine is to run by itself is forgotten now and then when its
@@ -202,7 +221,7 @@ void TEnginePage::LeaveDocument() {
 bool TEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
     if (isMainFrame && url == FDocument && FLoading) return true;
     if (type == NavigationTypeLinkClicked) TellLink(url);
-    CheckLoadLater();
+    if (FLoading) FLoadCheck.start(0);
     return false;
 }
 

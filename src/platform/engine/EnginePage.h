@@ -133,7 +133,8 @@ private:
     void InstallAgent();
     void LoadingChanged(const QWebEngineLoadingInfo& info);
     void StartLoad();
-    void CheckLoadLater();
+    void CheckLoad();
+    void JudgeLoad(const QString& shown);
     void EndLoad(bool succeeded);
     void GiveUpLoad();
     void RendererGone();
@@ -156,6 +157,8 @@ private:
     QUrl FDocument;
     TEngineLimits FLimits;
     QTimer FLoadLimit;
+    // Runs out when it is in doubt what has become of a load.
+    QTimer FLoadCheck;
     std::vector<std::function<void()>> FNews;
     QJsonArray FPosted;
     QJsonArray FReleased;
@@ -170,6 +173,7 @@ private:
     int FLastNumber = -1;
     int FLoads = 0;
     int FAttempts = 0;
+    bool FMissed = false;
     int FCallDepth = 0;
     bool FLoading = false;
     bool FReady = false;
