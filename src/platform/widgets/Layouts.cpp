@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QGridLayout>
+
 #include "platform/widgets/Control.h"
 
 TAlignLayout::TAlignLayout(QWidget& area)
@@ -309,4 +311,36 @@ QSize TFlowLayout::minimumSize() const {
     for (const auto& item : FItems)
         if (!item->isEmpty()) size = size.expandedTo(item->minimumSize());
     return size.grownBy(contentsMargins());
+}
+
+TGridLayout::TGridLayout(QWidget& area)
+    : FLayout(*new QGridLayout(&area)) {}
+
+void TGridLayout::Place(TControl& control, int row, int column, int rowSpan, int columnSpan) {
+    FLayout.addWidget(&control.Widget(), row, column, rowSpan, columnSpan);
+}
+
+void TGridLayout::SetRowStretch(int row, int stretch) {
+    FLayout.setRowStretch(row, stretch);
+}
+
+void TGridLayout::SetColumnStretch(int column, int stretch) {
+    FLayout.setColumnStretch(column, stretch);
+}
+
+void TGridLayout::SetRowMinimumHeight(int row, int height) {
+    FLayout.setRowMinimumHeight(row, height);
+}
+
+void TGridLayout::SetColumnMinimumWidth(int column, int width) {
+    FLayout.setColumnMinimumWidth(column, width);
+}
+
+void TGridLayout::SetSpacing(int horizontal, int vertical) {
+    FLayout.setHorizontalSpacing(horizontal);
+    FLayout.setVerticalSpacing(vertical);
+}
+
+void TGridLayout::SetMargins(int left, int top, int right, int bottom) {
+    FLayout.setContentsMargins(left, top, right, bottom);
 }
