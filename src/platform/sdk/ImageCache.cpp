@@ -2,6 +2,7 @@
 
 #include "contracts/Exceptions.h"
 #include "contracts/Pictures.h"
+#include "markup/HtmlImages.h"
 #include "markup/PictureFormat.h"
 #include "platform/sdk/Connection.h"
 #include "platform/sdk/Failures.h"
@@ -9,7 +10,6 @@
 
 #include <absl/strings/escaping.h>
 
-#include <algorithm>
 #include <fstream>
 #include <system_error>
 
@@ -68,14 +68,6 @@ TNewPicture TakePicture(const std::string& address) {
     return picture;
 }
 
-// What comes from a description becomes a file name, so nothing else passes.
-bool IsHash(std::string_view text) {
-    const auto isDigit = [](char letter) {
-        return (letter >= '0' && letter <= '9') || (letter >= 'a' && letter <= 'f');
-    };
-    return text.size() == 64 && std::all_of(text.begin(), text.end(), isDigit);
-}
-
 } // namespace
 
 TImageCache::TImageCache(std::filesystem::path folder)
@@ -84,7 +76,7 @@ TImageCache::TImageCache(std::filesystem::path folder)
 void TImageCache::Fetch(TConnection& connection, const std::string& hash) const {
     std::error_code error;
     const auto file = FFolder / hash;
-    if (!IsHash(hash) || std::filesystem::exists(file, error)) return;
+    if (!Markup::IsPictureHash(hash) || std::filesystem::exists(file, error)) return;
     wire::GetImageRequest request;
     request.set_hash(hash);
     std::vector<wire::ImageChunk> chunks;
@@ -129,7 +121,7 @@ std::string TImageCache::ToShown(const std::string& html) const {
     return ChangeTags(html, "img", [this](THtmlAttributes& attributes) {
         const std::string* hash = FindAttribute(attributes, "src_original");
         std::string* source = FindAttribute(attributes, "src");
-        if (!hash || !source || !IsHash(*hash)) return false;
+        if (!hash || !source || !Markup::IsPictureHash(*hash)) return false;
         *source = Prefix() + *hash;
         return true;
     });
