@@ -260,6 +260,12 @@ TEST_F(TContent, ANewImageThatIsNoneFailsTheSaveAndKeepsWhatWasWritten) {
     EXPECT_EQ(SeenByOthers()->Get_Description()->Get_Text(), u"<p>Stop</p>");
 }
 
+TEST_F(TContent, AServerThatIsAwayLeavesTheTextWithoutItsImages) {
+    const std::u16string html = FSession->getLatestRequirement(FSample.Deep)->Get_Description()->Get_Text();
+    FServer->Stop();
+    EXPECT_EQ(FailureOf([&] { FSession->Get_ImageManager()->cacheImages(html); }), "");
+}
+
 // What a server sends may be neither a picture nor the one that was asked for.
 TEST_F(TContent, AnImageThatIsNoneIsNotKeptHere) {
     Backend::Database(FOptions.DatabasePath).Query("update image set data = $1", std::string("MZ")).Next();

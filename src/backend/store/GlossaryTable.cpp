@@ -44,8 +44,4 @@ std::optional<Image> ImageTable::Read(const std::string& hash) {
     return rows.Next() ? std::optional(Image{rows.Text(0), rows.Text(1)}) : std::nullopt;
 }
 
-bool ImageTable::Exists(const std::string& hash) {
-    return FDatabase.Query("select 1 from image where hash = $1", hash).Next();
-}
-
 } // namespace Backend

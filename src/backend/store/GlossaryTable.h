@@ -35,7 +35,6 @@ public:
     // An image that is there already stays.
     void Add(const std::string& hash, const std::string& mediaType, std::string_view data);
     std::optional<Image> Read(const std::string& hash);
-    bool Exists(const std::string& hash);
 
 private:
     Database& FDatabase;
