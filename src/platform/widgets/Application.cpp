@@ -1,6 +1,7 @@
 #include "platform/widgets/Application.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include <QAbstractEventDispatcher>
@@ -9,6 +10,7 @@
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QRegularExpression>
 
 #include "platform/widgets/Actions.h"
 #include "platform/widgets/Control.h"
@@ -209,10 +211,13 @@ TScreen& Screen() {
 }
 
 std::vector<std::string> TScreen::Fonts() const {
-    std::vector<std::string> names;
-    for (const QString& family : QFontDatabase::families())
-        if (!QFontDatabase::isPrivateFamily(family)) names.push_back(FromQt(family));
-    return names;
+    // A family that two makers have is listed under each with the maker behind it, which
+    // is no name that a document can use.
+    static const QRegularExpression maker(QStringLiteral(R"( \[[^\]]*\]$)"));
+    std::set<std::string> names;
+    for (QString family : QFontDatabase::families())
+        if (!QFontDatabase::isPrivateFamily(family)) names.insert(FromQt(family.remove(maker)));
+    return {names.begin(), names.end()};
 }
 
 TPoint TScreen::CursorPosition() const {
