@@ -2,7 +2,6 @@
 
 #include "contracts/Exceptions.h"
 
-#include <QTcpServer>
 #include <QTimer>
 
 #include <csignal>
@@ -45,23 +44,6 @@ TEST_F(EngineLoading, MissingFileEndsTheLoadWithoutADocument) {
     ASSERT_TRUE(WaitUntil([&] { return completed == 1; }));
     EXPECT_FALSE(FBrowser.Busy());
     EXPECT_EQ(FBrowser.Document(), nullptr);
-}
-
-TEST_F(EngineLoading, ScriptsOfTheDocumentNeverRun) {
-    Load("<body onload='document.body.id=1'><p>safe</p><script>document.body.innerHTML='ran'</script>"
-         "<img src='missing.png' onerror='document.body.innerHTML=2'></body>");
-    EXPECT_THAT(Html(), HasSubstr("<p>safe</p>"));
-    EXPECT_THAT(Html(), Not(HasSubstr("id=\"1\"")));
-}
-
-TEST_F(EngineLoading, NothingIsFetchedFromTheNetwork) {
-    QTcpServer server;
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-    const std::string address = "http://127.0.0.1:" + std::to_string(server.serverPort()) + "/";
-    Load("<head><link rel=stylesheet href='" + address + "a.css'></head><img src='" + address +
-         "b.png'><iframe src='" + address + "c'></iframe><p>text</p>");
-    EXPECT_THAT(Html(), HasSubstr("text"));
-    EXPECT_FALSE(server.waitForNewConnection(200));
 }
 
 TEST_F(EngineLoading, DeadEngineProcessFailsCallsAtOnceAndTheNextLoadStartsIt) {
@@ -176,12 +158,6 @@ TEST_F(EngineLoading, LinksAreToldAndNotFollowed) {
     ASSERT_TRUE(WaitUntil([&] { return followed.size() >= 3; }));
     EXPECT_THAT(followed,
                 ElementsAre("https://example.org/a", "mailto:ann@example.org", "https://example.org/b"));
-}
-
-TEST_F(EngineLoading, EmptiedDocumentHasNoTextLeft) {
-    Load("<p>text</p>");
-    EXPECT_EQ(Document<IPersistStreamInit>()->InitNew(), hsOk);
-    EXPECT_EQ(Html(), "<html><head></head><body></body></html>");
 }
 
 } // namespace

@@ -18,15 +18,6 @@ INSTANTIATE_TEST_SUITE_P(Channels, Conformance, Values(Transport::InProcess, Tra
                              return test.param == Transport::InProcess ? "InProcess" : "Loopback";
                          });
 
-std::string RefusalOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const Refused& refused) {
-        return refused.what();
-    }
-    return "no refusal";
-}
-
 TEST_P(Conformance, LogonGivesTokenVersionAndLease) {
     Client client(Channel());
     wire::LoginRequest request;
@@ -168,7 +159,7 @@ TEST_P(Conformance, GoesOnAfterARestartUnderTheSameTokenAndLock) {
     Client before = LoggedOn("ann");
     before.Lock(Id("Two"));
     FServer->Stop();
-    EXPECT_NE(RefusalOf([&] { before.Read(Id("Two")); }), "no refusal");
+    EXPECT_NE(RefusalOf([&] { before.Read(Id("Two")); }), "");
     FServer->Start();
     Client after(Channel());
     after.UseToken(before.Token());

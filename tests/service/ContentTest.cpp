@@ -64,15 +64,6 @@ public:
         request.mutable_external()->set_external_key(key);
         return request;
     }
-
-    template<typename Call> std::string RefusalOf(Call call) {
-        try {
-            call();
-        } catch (const Refused& refused) {
-            return refused.what();
-        }
-        return "";
-    }
 };
 
 TEST_F(ContentTest, ADiscussionKeepsItsOrderAndItsReplies) {

@@ -18,12 +18,7 @@ public:
         request.set_id(Id("Two"));
         change(request);
         FAnn.Lock(Id("Two"));
-        try {
-            FAnn.Save(request);
-        } catch (const Refused& refused) {
-            return refused.what();
-        }
-        return "";
+        return RefusalOf([&] { FAnn.Save(request); });
     }
 
     wire::AttributeValue& Add(Save& request, const char* attribute) {

@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <thread>
-
 using namespace testing;
 
 namespace {
@@ -12,15 +10,6 @@ class LockTest : public ServiceFixture {
 public:
     Client FAnn = LoggedOn("ann");
     Client FBen = LoggedOn("ben");
-
-    static std::string RefusalOf(const std::function<void()>& call) {
-        try {
-            call();
-        } catch (const Refused& refused) {
-            return refused.what();
-        }
-        return "";
-    }
 
     std::string SaveBy(Client& client) {
         wire::SaveRequirementRequest request;
@@ -86,33 +75,9 @@ TEST_F(LockTest, GoesWithTheSessionAndToTheUsersNextOne) {
 
 TEST_F(LockTest, KeepsABranchFromBeingRemovedByOthers) {
     FBen.Lock(Id("One.B"));
-    wire::RemoveRequirementRequest remove;
-    remove.set_id(Id("One"));
-    EXPECT_THAT(RefusalOf([&] { FAnn.Call(&Stub::RemoveRequirement, remove); }),
+    EXPECT_THAT(RefusalOf([&] { FAnn.Remove(Id("One")); }),
                 AllOf(HasSubstr("ObjectLockedException"), HasSubstr("SRS" + std::to_string(Id("One.B")))));
-    EXPECT_EQ(FBen.Call(&Stub::RemoveRequirement, remove).removed_count(), 4);
-}
-
-TEST_F(LockTest, IsGivenToOneOfManyWhoAskAtOnce) {
-    std::atomic<int> given = 0;
-    std::vector<std::thread> threads;
-    for (const char* user : {"ann", "ben", "ann", "ben"})
-        threads.emplace_back([this, user, &given] {
-            Client client = LoggedOn(user);
-            for (const char* name : {"One", "Two", "Three"})
-                try {
-                    client.Lock(Id(name));
-                    client.Rename(Id(name), std::string(name) + user);
-                    ++given;
-                } catch (const Refused& refused) {
-                    EXPECT_THAT(refused.what(), AnyOf(HasSubstr("ObjectLocked"), HasSubstr("not locked")));
-                }
-        });
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_GE(given, 3);
-    for (const char* name : {"One", "Two", "Three"})
-        EXPECT_THAT(FAnn.Read(Id(name)).name(), MatchesRegex(std::string(name) + "(ann|ben)"));
+    EXPECT_EQ(FBen.Remove(Id("One")), 4);
 }
 
 } // namespace

@@ -49,41 +49,17 @@ protected:
         return places;
     }
 
-    // The refusal; empty when it was done.
-    std::string Do(Client& client, Action action, Place place, int other, int position) {
-        try {
-            switch (action) {
-            case Action::Lock:
-                client.Lock(place.Node);
-                break;
-            case Action::Move: {
-                wire::MoveChildRequest request;
-                request.set_baseline_id(FCurrent);
-                request.set_parent_id(place.Parent);
-                request.set_child_id(place.Node);
-                request.set_position(position);
-                client.Call(&Stub::MoveChild, request);
-                break;
-            }
-            case Action::Remove: {
-                wire::RemoveRequirementRequest request;
-                request.set_id(place.Node);
-                client.Call(&Stub::RemoveRequirement, request);
-                break;
-            }
-            case Action::Reparent: {
-                wire::AddChildRequest request;
-                request.set_baseline_id(FCurrent);
-                request.set_parent_id(other);
-                request.set_child_id(place.Node);
-                client.Call(&Stub::AddChild, request);
-                break;
-            }
-            }
-        } catch (const Refused& refused) {
-            return refused.what();
+    void Do(Client& client, Action action, Place place, int other, int position) {
+        switch (action) {
+        case Action::Lock:
+            return client.Lock(place.Node);
+        case Action::Move:
+            return client.Move(FCurrent, place.Parent, place.Node, position);
+        case Action::Remove:
+            return static_cast<void>(client.Remove(place.Node));
+        case Action::Reparent:
+            return client.AddChild(FCurrent, other, place.Node);
         }
-        return {};
     }
 
     // Both clients start at once; gives what each was told.
@@ -95,22 +71,20 @@ protected:
             start.arrive_and_wait();
             // Crosswise only where both reparent; else both want the same node.
             const bool crosswise = actions[0] == Action::Reparent && actions[1] == Action::Reparent;
-            told[1] = crosswise ? Do(FBen, actions[1], two, one.Node, position)
-                                : Do(FBen, actions[1], one, two.Node, position);
+            told[1] = RefusalOf([&] {
+                Do(FBen, actions[1], crosswise ? two : one, crosswise ? one.Node : two.Node, position);
+            });
         });
         start.arrive_and_wait();
-        told[0] = Do(FAnn, actions[0], one, two.Node, position);
+        told[0] = RefusalOf([&] { Do(FAnn, actions[0], one, two.Node, position); });
         other.join();
         return told;
     }
 
     void ReleaseLocks(int node) {
         for (Client* client : {&FAnn, &FBen})
-            try {
-                client->Unlock(node);
-            } catch (const Refused& refused) {
-                EXPECT_THAT(refused.what(), HasSubstr("is locked by")) << "by the other one of the two";
-            }
+            EXPECT_THAT(RefusalOf([&] { client->Unlock(node); }), AnyOf("", HasSubstr("is locked by")))
+                << "by the other one of the two";
     }
 
     void ExpectWhole() {

@@ -5,6 +5,15 @@ using namespace Backend;
 Client::Client(std::shared_ptr<grpc::Channel> channel)
     : FStub(wire::RequirementsService::NewStub(std::move(channel))) {}
 
+std::string RefusalOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const Refused& refused) {
+        return refused.what();
+    }
+    return {};
+}
+
 void Client::Prepare(grpc::ClientContext& context) const {
     context.AddMetadata("quorane-token-bin", FToken);
     context.set_deadline(std::chrono::system_clock::now() + std::chrono::seconds(60));
@@ -97,6 +106,29 @@ void Client::Rename(int id, const std::string& name) {
     Lock(id);
     Save(request);
     Unlock(id);
+}
+
+void Client::Move(int baseline, int parent, int child, int position) {
+    wire::MoveChildRequest request;
+    request.set_baseline_id(baseline);
+    request.set_parent_id(parent);
+    request.set_child_id(child);
+    request.set_position(position);
+    Call(&Stub::MoveChild, request);
+}
+
+void Client::AddChild(int baseline, int parent, int child) {
+    wire::AddChildRequest request;
+    request.set_baseline_id(baseline);
+    request.set_parent_id(parent);
+    request.set_child_id(child);
+    Call(&Stub::AddChild, request);
+}
+
+int Client::Remove(int id) {
+    wire::RemoveRequirementRequest request;
+    request.set_id(id);
+    return Call(&Stub::RemoveRequirement, request).removed_count();
 }
 
 int Client::Create(int project, int type, int parent, const std::string& name, int position) {

@@ -12,10 +12,11 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 
 namespace wire = quorane::wire;
 
-// One logged-on client. Calls that are refused throw Refused.
+// What calls that are refused throw.
 struct Refused : std::runtime_error {
     explicit Refused(const grpc::Status& status)
         : std::runtime_error(status.error_message())
@@ -23,6 +24,10 @@ struct Refused : std::runtime_error {
     grpc::StatusCode Code;
 };
 
+// What a call was refused with; empty when it was not.
+std::string RefusalOf(const std::function<void()>& call);
+
+// One logged-on client.
 class Client {
 public:
     explicit Client(std::shared_ptr<grpc::Channel> channel);
@@ -74,6 +79,9 @@ public:
     wire::SaveRequirementReply Save(wire::SaveRequirementRequest request);
     void Rename(int id, const std::string& name); // lock, save, unlock
     int Create(int project, int type, int parent, const std::string& name, int position);
+    void Move(int baseline, int parent, int child, int position);
+    void AddChild(int baseline, int parent, int child);
+    int Remove(int id); // the number of nodes that went
     std::vector<wire::HistoryRevision> History(int id, int baseline = 0);
     wire::ListTracesReply Traces(int id);
 

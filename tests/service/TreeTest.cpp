@@ -13,31 +13,11 @@ public:
     Client FAnn = LoggedOn("ann");
 
     void Move(const std::string& name, int parent, int position) {
-        wire::MoveChildRequest request;
-        request.set_baseline_id(FCurrent);
-        request.set_parent_id(parent);
-        request.set_child_id(Id(name));
-        request.set_position(position);
-        FAnn.Call(&Stub::MoveChild, request);
+        FAnn.Move(FCurrent, parent, Id(name), position);
     }
 
     std::string Reparent(int child, int parent, int baseline = 0) {
-        wire::AddChildRequest request;
-        request.set_baseline_id(baseline ? baseline : FCurrent);
-        request.set_parent_id(parent);
-        request.set_child_id(child);
-        try {
-            FAnn.Call(&Stub::AddChild, request);
-        } catch (const Refused& refused) {
-            return refused.what();
-        }
-        return "";
-    }
-
-    int Remove(int id) {
-        wire::RemoveRequirementRequest request;
-        request.set_id(id);
-        return FAnn.Call(&Stub::RemoveRequirement, request).removed_count();
+        return RefusalOf([&] { FAnn.AddChild(baseline ? baseline : FCurrent, parent, child); });
     }
 
     // Numbers, names and stored counts of the whole tree, as a user sees it.
@@ -134,7 +114,7 @@ TEST_F(TreeTest, UnderAnotherTypeTheBranchLosesWhatThatTypeLacks) {
 }
 
 TEST_F(TreeTest, ARemovedBranchIsGoneWithItsTracesButNotFromFrozenBaselines) {
-    EXPECT_EQ(Remove(Id("One")), 4);
+    EXPECT_EQ(FAnn.Remove(Id("One")), 4);
     EXPECT_EQ(Tree(), "1 Two; 2 Three; ");
     EXPECT_THAT(FAnn.Path(FCurrent, Id("One.B")), IsEmpty());
     EXPECT_THROW(FAnn.Read(Id("One")), Refused);
@@ -142,7 +122,7 @@ TEST_F(TreeTest, ARemovedBranchIsGoneWithItsTracesButNotFromFrozenBaselines) {
     EXPECT_EQ(FAnn.Traces(Id("Two")).traces_from_size(), 0);
     EXPECT_EQ(FAnn.Read(Id("One"), FFrozen).name(), "One");
     EXPECT_EQ(FAnn.Children(FFrozen, Id("One")).size(), 3U);
-    EXPECT_THROW(Remove(Id("One")), Refused);
+    EXPECT_THROW(FAnn.Remove(Id("One")), Refused);
 }
 
 TEST_F(TreeTest, ConcurrentCommandsLeaveASoundTree) {
@@ -152,14 +132,8 @@ TEST_F(TreeTest, ConcurrentCommandsLeaveASoundTree) {
             Client client = LoggedOn(t == 0 ? "ann" : "ben");
             for (int i = 0; i < 30; ++i) {
                 const int id = client.Create(FProject, 0, Id("One"), "N", i % 3);
-                wire::AddChildRequest request;
-                request.set_baseline_id(FCurrent);
-                request.set_child_id(id);
-                request.set_parent_id(i % 2 ? Id("Two") : FSrs);
-                client.Call(&Stub::AddChild, request);
-                wire::RemoveRequirementRequest remove;
-                remove.set_id(id);
-                if (i % 5 == 0) client.Call(&Stub::RemoveRequirement, remove);
+                client.AddChild(FCurrent, i % 2 ? Id("Two") : FSrs, id);
+                if (i % 5 == 0) client.Remove(id);
             }
         });
     for (std::thread& thread : threads)
