@@ -55,6 +55,18 @@ std::string TDescriptionTest::DescriptionOnServer(std::int32_t number) {
     return Quorane_TLB::Utf8(ReadAs("admin", number)->Get_Description()->Get_Text());
 }
 
+void TDescriptionTest::ChangeAsBen(std::int32_t number, const std::function<void(const TReq&)>& change) {
+    const TReq requirement = ReadAs("ben", number);
+    requirement->lock();
+    change(requirement);
+    SaveByName(requirement);
+    requirement->unlock();
+}
+
+void TDescriptionTest::DescribeAsBen(std::int32_t number, const std::u16string& html) {
+    ChangeAsBen(number, [&](const TReq& requirement) { requirement->Get_Description()->Set_Text(html); });
+}
+
 void TDescriptionTest::RunInStore(const std::string& statements) {
     Backend::Database(Server->DatabasePath(), Backend::Database::Mode::OpenExisting).Execute(statements);
 }
@@ -91,4 +103,10 @@ bool TDescriptionTest::WaitForLock() {
         Application().ProcessIdle();
         return Locked();
     });
+}
+
+void TDescriptionTest::Save() {
+    ASSERT_TRUE(WaitForLock());
+    TActor::Settle();
+    User->Click("btnSave");
 }

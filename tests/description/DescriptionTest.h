@@ -33,6 +33,9 @@ protected:
     // What the page really paints: the widths of the pictures in their order.
     bool ShowsPictures(const QString& widths);
     std::string DescriptionOnServer(std::int32_t number);
+    // Has another user change a requirement and save it.
+    void ChangeAsBen(std::int32_t number, const std::function<void(const TReq&)>& change);
+    void DescribeAsBen(std::int32_t number, const std::u16string& html);
     // Puts in what the service would refuse. Who has logged on may have read before.
     void RunInStore(const std::string& statements);
 
@@ -45,5 +48,7 @@ protected:
     void SelectAllText();
     // Until the first change of the description has become an edit.
     bool WaitForLock();
+    // Saves the change once it is one.
+    void Save();
     bool Locked();
 };

@@ -52,11 +52,7 @@ TEST_F(TDescriptionEdit, ACancelBringsTheStoredTextBack) {
 }
 
 TEST_F(TDescriptionEdit, ABlankComesBackWhereItWasEscaped) {
-    const TReq requirement = ReadAs("ben", FNumber);
-    requirement->lock();
-    requirement->Get_Description()->Set_Text(u"<p>a%20b</p><p><a href=\"http://c/d%20e\">f</a></p>");
-    SaveByName(requirement);
-    requirement->unlock();
+    DescribeAsBen(FNumber, u"<p>a%20b</p><p><a href=\"http://c/d%20e\">f</a></p>");
     User->Click("btnRefresh");
     Select(ZoneControl);
     const std::string html = Utf8(Frame().GetDocumentHTML());

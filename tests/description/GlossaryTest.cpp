@@ -23,12 +23,9 @@ protected:
     // Shows a requirement after another user has changed it.
     void Change(const std::vector<std::string>& path, const std::function<void(const TReq&)>& change) {
         Select(path);
-        const auto requirement = ReadAs("ben", SelectedNumber());
+        const std::int32_t number = SelectedNumber();
         Select({FirmwareType});
-        requirement->lock();
-        change(requirement);
-        SaveByName(requirement);
-        requirement->unlock();
+        ChangeAsBen(number, change);
         Select(path);
     }
 

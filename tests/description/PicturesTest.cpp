@@ -40,11 +40,6 @@ protected:
         User->Click("btnInsertImage");
         EXPECT_TRUE(WaitUntil([&] { return Tags(Html()).size() > before; }));
     }
-    void Save() {
-        ASSERT_TRUE(WaitForLock());
-        TActor::Settle();
-        User->Click("btnSave");
-    }
     static std::vector<std::string> Tags(const std::string& html) {
         static const std::regex tag("<img[^>]*>");
         return {std::sregex_token_iterator(html.begin(), html.end(), tag), {}};
@@ -135,12 +130,7 @@ TEST_F(TDescriptionPictures, OneThatIsGoneFromTheCacheIsFetchedAgain) {
 }
 
 TEST_F(TDescriptionPictures, LinkSaysHowItOpensOutsideAndDoesAfterAQuestion) {
-    const auto requirement = ReadAs("admin", FNumber);
-    requirement->lock();
-    requirement->Get_Description()->Set_Text(
-        u"<p style=\"font-size: 40px;\"><a href=\"https://example.org/a\">link</a></p>");
-    SaveByName(requirement);
-    requirement->unlock();
+    DescribeAsBen(FNumber, u"<p style=\"font-size: 40px;\"><a href=\"https://example.org/a\">link</a></p>");
     User->Click("btnRefresh");
     Select(ZoneControl);
     ASSERT_TRUE(WaitForHtml("example.org"));

@@ -15,20 +15,12 @@ protected:
 
     // Shows a requirement whose description is this.
     void Show(const std::string& html) {
-        Select({FirmwareType});
-        const auto requirement = ReadAs("ben", NumberOf(ZoneControl));
-        requirement->lock();
-        requirement->Get_Description()->Set_Text(Quorane_TLB::Wide(html));
-        SaveByName(requirement);
-        requirement->unlock();
         Select(ZoneControl);
-        Page().window()->activateWindow();
-    }
-    std::int32_t NumberOf(const std::vector<std::string>& path) {
-        Select(path);
         const std::int32_t number = SelectedNumber();
         Select({FirmwareType});
-        return number;
+        DescribeAsBen(number, Quorane_TLB::Wide(html));
+        Select(ZoneControl);
+        Page().window()->activateWindow();
     }
     // Presses the bar's button and fills the dialog in, which the steps must close.
     void PressTable(const std::function<void(TActor&, TfrmTableProperties&)>& steps) {
@@ -67,9 +59,7 @@ TEST_F(TDescriptionTable, IsInsertedAtTheCaretAsItWasAskedFor) {
           "cellpadding=\"0\"", "width=\"250px\"", "height=\"1%\"", "align=\"Center\"",
           "<tr><td width=\"33%\"></td><td width=\"33%\"></td><td width=\"33%\"></td></tr>"})
         EXPECT_THAT(Html(), HasSubstr(part));
-    ASSERT_TRUE(WaitForLock());
-    TActor::Settle();
-    User->Click("btnSave");
+    Save();
     EXPECT_THAT(DescriptionOnServer(SelectedNumber()), HasSubstr("width=\"33%\""));
 }
 
@@ -87,9 +77,7 @@ TEST_F(TDescriptionTable, OfTenThousandCellsIsSavedAndReadBack) {
             ++count;
         return count;
     };
-    ASSERT_TRUE(WaitForLock());
-    TActor::Settle();
-    User->Click("btnSave");
+    Save();
     EXPECT_EQ(cells(DescriptionOnServer(SelectedNumber())), 10'000U);
     Select({FirmwareType});
     Select(ZoneControl);
@@ -106,9 +94,7 @@ TEST_F(TDescriptionTable, OfNothingAndInsideACell) {
             user.Click("btnOk");
         });
         EXPECT_THAT(Html(), HasSubstr(rows));
-        ASSERT_TRUE(WaitForLock());
-        TActor::Settle();
-        User->Click("btnSave");
+        Save();
         EXPECT_THAT(DescriptionOnServer(SelectedNumber()), HasSubstr("text")) << edit;
     }
     Show("<table><tbody><tr><td>cell</td></tr></tbody></table>");

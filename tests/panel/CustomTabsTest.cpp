@@ -36,13 +36,7 @@ protected:
 
     // What another client reads of an attribute of the selected requirement.
     std::string OnServer(const std::u16string& attribute) {
-        const auto values =
-            EnumerableStCollection(ReadAs("admin", SelectedNumber())->Get_AttributeValues())->GetEnumerator();
-        while (values->MoveNext()) {
-            const auto value = Cast<IAttributeValue>(values->GetCurrent());
-            if (value->Get_Attribute()->Get_Name() == attribute) return TQuoraneHelpers::UDAToString(value);
-        }
-        return "no such attribute";
+        return ValueOf(ReadAs("admin", SelectedNumber()), attribute);
     }
 };
 

@@ -69,9 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TCommandWhileTyping{"Refresh", &TfrmQuoraneMain::actRefresh, "Filter", "Filter", true},
                     TCommandWhileTyping{"DeleteAnsweredWithNo", &TfrmQuoraneMain::actDeleteReq,
                                         "Filter the readings of a zone", "Filter the readings of a zone",
-                                        false},
-                    TCommandWhileTyping{"Move", &TfrmQuoraneMain::actMoveReqDown,
-                                        "Filter the readings of a zone", "Filter", false}));
+                                        false}));
 
 TEST_F(TLabelEditor, AMoveWhileTypingMovesAndKeepsTheNameForTheSave) {
     TTreeNode& node = *Tree().Selected();
@@ -79,6 +77,9 @@ TEST_F(TLabelEditor, AMoveWhileTypingMovesAndKeepsTheNameForTheSave) {
     Panel().actMoveReqDown->Execute();
     TActor::Settle();
     EXPECT_EQ(node.Index(), 1);
+    EXPECT_FALSE(Tree().IsEditing());
+    EXPECT_EQ(NameOnServer(FNumber), FilterReadings.back());
+    EXPECT_EQ(NameEdit().Text(), "Filter");
     User->Click("btnSave");
     EXPECT_EQ(NameOnServer(FNumber), "Filter");
     EXPECT_EQ(node.Text(), "Filter");

@@ -37,11 +37,6 @@ TEST_F(TPanelPages, OnlyTheFrameOfTheActiveTabIsFilled) {
     EXPECT_EQ(NameEdit().Text(), FilterReadings.back());
 }
 
-TEST_F(TPanelPages, TheDetailsShowTheOwner) {
-    Select(Implausible);
-    EXPECT_EQ(Panel().fraDetails->cbxRequirementOwner->Text(), "Eva Novak");
-}
-
 TEST_F(TPanelPages, FromAnotherPageARequirementOpensItsDetails) {
     Select(ZoneControl);
     User->ChooseTab("pgcRequirement", "Validation");

@@ -52,6 +52,15 @@ protected:
     std::string NameOnServer(std::int32_t number) {
         return Quorane_TLB::Utf8(ReadAs("admin", number)->Get_Name());
     }
+    // The value of the requirement's attribute, as text.
+    static std::string ValueOf(const TReq& requirement, const std::u16string& attribute) {
+        const auto values = EnumerableStCollection(requirement->Get_AttributeValues())->GetEnumerator();
+        while (values->MoveNext()) {
+            const auto value = Quorane_TLB::Cast<Quorane_TLB::IAttributeValue>(values->GetCurrent());
+            if (value->Get_Attribute()->Get_Name() == attribute) return TQuoraneHelpers::UDAToString(value);
+        }
+        return "no such attribute";
+    }
     static void RenameAs(const TReq& requirement, const std::u16string& name) {
         requirement->lock();
         requirement->Set_Name(name);

@@ -47,14 +47,7 @@ public:
         if (auto* memo = dynamic_cast<TMemo*>(&control)) return memo->Text();
         return dynamic_cast<TEdit&>(control).Text();
     }
-    static std::string ValueOf(const TReq& requirement, const std::u16string& attribute) {
-        const auto values = EnumerableStCollection(requirement->Get_AttributeValues())->GetEnumerator();
-        while (values->MoveNext()) {
-            const auto value = Cast<IAttributeValue>(values->GetCurrent());
-            if (value->Get_Attribute()->Get_Name() == attribute) return TQuoraneHelpers::UDAToString(value);
-        }
-        return "no such attribute";
-    }
+    using TPanelTest::ValueOf;
     std::string OnServer(const std::function<std::string(const TReq&)>& read) {
         return read(ReadAs("admin", SelectedNumber()));
     }

@@ -136,18 +136,6 @@ TEST_F(TPanelCommands, RenamingInPlaceLocksAndIsSavedByTheEditCycle) {
     EXPECT_EQ(NameOnServer(number), "Zones");
 }
 
-TEST_F(TPanelCommands, AnEmptyNameIsRefusedInPlace) {
-    Select(ZoneControl);
-    User->Key("trvRequirements", Qt::Key_F2);
-    auto* editor = Tree().findChild<QLineEdit*>();
-    editor->clear();
-    QTest::keyClick(editor, Qt::Key_Return);
-    TActor::Settle();
-    EXPECT_EQ(OnlyError(), "Requirement name cannot be empty!");
-    EXPECT_EQ(SelectedText(), "Zone control");
-    EXPECT_EQ(NameEdit().Text(), "Zone control");
-}
-
 TEST_F(TPanelCommands, WhatSomebodyElseHasLockedCannotBeRenamedInPlace) {
     Select(ZoneControl);
     const Handle<ISession> ben = Server->LogOn("ben");

@@ -120,19 +120,6 @@ TEST_F(TFailure, AServerThatIsAwayBetweenTwoCallsCostsNeitherLockNorUnsavedValue
     EXPECT_EQ(LogOn(u"ben")->getLatestRequirement(FSample.Stop)->Get_Name(), u"Halt");
 }
 
-TEST_F(TFailure, ASaveThatFailsOnTheWayKeepsWhatWasWritten) {
-    const auto session = LogOn();
-    const auto requirement = session->getLatestRequirement(FSample.Stop);
-    requirement->lock();
-    requirement->Set_Name(u"Halt");
-    FServer->Stop();
-    EXPECT_THAT(FailureOf([&] { requirement->save(); }), HasSubstr("Quorane.SERVER_ERROR"));
-    EXPECT_EQ(requirement->Get_LockedByCurrentUser(), WordTrue);
-    FServer->Start();
-    requirement->save();
-    EXPECT_EQ(LogOn(u"ben")->getLatestRequirement(FSample.Stop)->Get_Name(), u"Halt");
-}
-
 TEST_F(TFailure, ASessionThatTheServerDoesNotKnowIsALostConnection) {
     const auto session = LogOn();
     LogOn()->logout();

@@ -70,47 +70,42 @@ TEST_F(Menus, ASubmenuHoldsItemsOfItsOwn) {
     EXPECT_THAT(CaptionsOf(parent.SubMenu()), ElementsAre("&Child"));
 }
 
-TEST_F(Menus, ARightClickTellsWhereItWasBeforeTheMenuShows) {
-    auto& tree = *new TTreeView(&Form, "trv");
-    tree.SetAlign(TAlign::Client);
-    tree.Add("first");
-    TTreeNode& second = tree.Add("second");
-    TPopupMenu menu(&Form, "ppm");
-    menu.Add("item", "Item");
-    menu.OnPopup = [&] {
-        const TPoint point = tree.ScreenToClient(menu.PopupPoint());
-        tree.SetSelected(tree.GetNodeAt(point.X, point.Y));
-    };
-    tree.SetPopupMenu(&menu);
-    ShowWindow(Form);
-    const TRect row = tree.DisplayRect(second);
-    const QPoint point(row.Left + 5, row.Top + row.Height / 2);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, point, tree.viewport()->mapToGlobal(point));
-    QCoreApplication::sendEvent(tree.viewport(), &event);
-    EXPECT_EQ(tree.Selected(), &second);
-    EXPECT_TRUE(menu.isVisible());
-    menu.hide();
+class TreeMenu : public Menus {
+protected:
+    TreeMenu() {
+        Tree.SetAlign(TAlign::Client);
+        for (const char* name : {"first", "second", "third"})
+            Tree.Add(name);
+        Tree.SetPopupMenu(&Menu);
+        Menu.Add("item", "Item");
+        Menu.OnPopup = [this] {
+            const TPoint point = Tree.ScreenToClient(Menu.PopupPoint());
+            Asked = Tree.GetNodeAt(point.X, point.Y);
+        };
+        ShowWindow(Form);
+    }
+    void AskForMenu(QContextMenuEvent::Reason reason, QPoint point) {
+        QContextMenuEvent event(reason, point, Tree.viewport()->mapToGlobal(point));
+        QCoreApplication::sendEvent(Tree.viewport(), &event);
+        EXPECT_TRUE(Menu.isVisible());
+        Menu.hide();
+    }
+
+    TTreeView& Tree{*new TTreeView(&Form, "trv")};
+    TPopupMenu Menu{&Form, "ppm"};
+    TTreeNode* Asked = nullptr;
+};
+
+TEST_F(TreeMenu, ARightClickAsksForTheMenuOfTheNodeThere) {
+    const TRect row = Tree.DisplayRect(*Tree.Item(1));
+    AskForMenu(QContextMenuEvent::Mouse, {row.Left + 5, row.Top + row.Height / 2});
+    EXPECT_EQ(Asked, Tree.Item(1));
 }
 
-TEST_F(Menus, TheMenuKeyAsksForTheSelectedNodesMenu) {
-    auto& tree = *new TTreeView(&Form, "trv");
-    tree.SetAlign(TAlign::Client);
-    for (const char* name : {"first", "second", "third"})
-        tree.Add(name);
-    TPopupMenu menu(&Form, "ppm");
-    TTreeNode* asked = nullptr;
-    menu.OnPopup = [&] {
-        const TPoint point = tree.ScreenToClient(menu.PopupPoint());
-        asked = tree.GetNodeAt(point.X, point.Y);
-    };
-    tree.SetPopupMenu(&menu);
-    ShowWindow(Form);
-    tree.SetSelected(tree.Item(1));
-    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(200, 390),
-                            tree.mapToGlobal(QPoint(200, 390)));
-    QCoreApplication::sendEvent(tree.viewport(), &event);
-    EXPECT_EQ(asked, tree.Item(1));
-    menu.hide();
+TEST_F(TreeMenu, TheMenuKeyAsksForTheSelectedNodesMenu) {
+    Tree.SetSelected(Tree.Item(1));
+    AskForMenu(QContextMenuEvent::Keyboard, {200, 390});
+    EXPECT_EQ(Asked, Tree.Item(1));
 }
 
 TEST_F(Menus, AShortcutRunsItsActionOnceThoughAMenuShowsItToo) {
