@@ -1,7 +1,5 @@
 #include "description/DescriptionTest.h"
 
-#include <QDeadlineTimer>
-#include <QTimer>
 #include <QWebEngineScript>
 
 #include "backend/store/Database.h"
@@ -16,17 +14,6 @@ TDescriptionTest::TDescriptionTest() {
 
 TDescriptionTest::~TDescriptionTest() {
     SetHtmlEngineFactory({});
-}
-
-bool TDescriptionTest::WaitUntil(const std::function<bool()>& condition) {
-    const QDeadlineTimer deadline(20'000);
-    QTimer wake;
-    wake.start(5);
-    while (!condition()) {
-        if (deadline.hasExpired()) return false;
-        Application().WaitMessage();
-    }
-    return true;
 }
 
 std::string TDescriptionTest::Html() {

@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include "description/UDescriptionToolbarFrame.h"
+#include "engine/EngineFixture.h"
 #include "panel/PanelTest.h"
 #include "platform/engine/WebBrowser.h"
 
@@ -17,10 +18,9 @@ protected:
     TDescriptionTest();
     ~TDescriptionTest() override;
 
-    // Handles events until the condition holds; false when it never does. The engine's
-    // process is served in full, which QTest's own wait does not do.
-    static bool WaitUntil(const std::function<bool()>& condition);
-
+    static bool WaitUntil(const std::function<bool()>& condition) {
+        return TEngineFixture::WaitUntil(condition);
+    }
     TfraDescription& Frame() { return *Panel().fraDescription; }
     TfraDescriptionToolbar& Bar() { return *Panel().fraDescriptionToolbar; }
     bool BarEnabled() { return Bar().tlbDescriptionFormatting->Enabled(); }

@@ -11,12 +11,14 @@
 #include <gmock/gmock.h>
 
 class TEngineFixture : public testing::Test {
-protected:
-    TEngineFixture();
-
+public:
     // Handles events until the condition holds; false when it never does. The engine's
     // process is served in full, which QTest's own wait does not do.
     static bool WaitUntil(const std::function<bool()>& condition);
+
+protected:
+    TEngineFixture();
+
     // Loads a document and waits until it is there.
     void Load(const std::string& html);
     // The same, with editing on and the focus in it.
