@@ -122,12 +122,6 @@ bool TWinControl::HandleEvent(QEvent& event) {
     switch (event.type()) {
     case QEvent::KeyPress:
         return HandleKey(event);
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-        return HandleMouse(event);
-    case QEvent::ContextMenu:
-        return HandleContextMenu(event);
     case QEvent::FocusIn:
         if (MovesInsideWindow(event)) Fire(OnEnter);
         return false;
@@ -138,7 +132,7 @@ bool TWinControl::HandleEvent(QEvent& event) {
         ApplyColor();
         return false;
     default:
-        return false;
+        return HandleViewportEvent(event);
     }
 }
 
