@@ -1,6 +1,7 @@
 // Whether a description changes by being shown and saved without a change of the user's.
 #include "DescriptionStage.h"
 
+#include "contracts/Pictures.h"
 #include "platform/widgets/Actions.h"
 
 #include <cstdio>
@@ -71,6 +72,7 @@ std::string DescriptionOf(int number) {
     case 1:
         return TextOfSize(1'000'000);
     case 2:
+        ChoosePicture(QUORANE_SAMPLES_DIR "/pictures/control.png");
         return "<p>before <img src=\"" QUORANE_SAMPLES_DIR
                "/pictures/control.png\" border=\"0\" new=\"true\"> after</p>";
     default:

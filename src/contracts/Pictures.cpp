@@ -2,7 +2,11 @@
 
 #include <charconv>
 #include <cstdlib>
+#include <filesystem>
+#include <mutex>
+#include <set>
 #include <string_view>
+#include <system_error>
 
 namespace {
 
@@ -12,6 +16,22 @@ char Unescaped(std::string_view digits) {
     const char* end = digits.data() + digits.size();
     const auto [read, error] = std::from_chars(digits.data(), end, code, 16);
     return digits.size() == 2 && error == std::errc() && read == end ? static_cast<char>(code) : '\0';
+}
+
+// Of the file itself, however it is come by.
+std::filesystem::path Canonical(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::weakly_canonical(path, error);
+}
+
+struct TChosen {
+    std::mutex Mutex;
+    std::set<std::filesystem::path> Files;
+};
+
+TChosen& Chosen() {
+    static TChosen chosen;
+    return chosen;
 }
 
 } // namespace
@@ -50,4 +70,14 @@ std::string PicturePath(const std::string& address) {
         if (escaped) at += 2;
     }
     return path;
+}
+
+void ChoosePicture(const std::string& path) {
+    const std::lock_guard guard(Chosen().Mutex);
+    Chosen().Files.insert(Canonical(path));
+}
+
+bool IsChosenPicture(const std::string& path) {
+    const std::lock_guard guard(Chosen().Mutex);
+    return Chosen().Files.contains(Canonical(path));
 }

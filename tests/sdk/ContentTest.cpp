@@ -224,8 +224,9 @@ TEST_F(TContent, ANewImageGoesToTheServerWithTheSave) {
     for (const auto& [name, source] :
          {std::pair<std::string, std::string>{"new one.PNG", address("new one.PNG")},
           {"a#b?c%20d%41.gif", address("a#b?c%20d%41.gif")},
-          {"", "data:image/gif;base64," + std::string(TinyPictureBase64)}}) {
+          {"", "Data:image/gif;Base64,%0A" + std::string(TinyPictureBase64) + "\" src_original=\"x.png"}}) {
         if (!name.empty()) WriteFile(FFolder.File(name), TinyPicture(name));
+        ChoosePicture(FFolder.File(name));
         FRequirement->lock();
         FRequirement->Get_Description()->Set_Text(
             Wide("<p><img src=\"" + source + "\" border=0 new=\"true\"></p>"));
@@ -244,9 +245,13 @@ TEST_F(TContent, ANewImageThatIsNoneFailsTheSaveAndKeepsWhatWasWritten) {
     WriteFile(FFolder.File("large"), "");
     std::filesystem::resize_file(FFolder.File("large"), std::uintmax_t{1} << 40);
     WriteFile(FFolder.File("notes"), "These are notes.");
+    WriteFile(FFolder.File("private.png"), TinyPicture());
+    for (const char* name : {"missing", ".", "large", "notes"})
+        ChoosePicture(FFolder.File(name));
     FRequirement->lock();
     for (const auto& [name, failure] : {std::pair<std::string, std::string>{"missing", "cannot be read"},
                                         {".", "cannot be read"},
+                                        {"private.png", "not one that was inserted here"},
                                         {"large", "larger than 16777216 bytes"},
                                         {"notes", "no PNG, JPEG, GIF or WebP picture"}}) {
         const std::string html = "<p><img src=\"" + FFolder.File(name) + "\" new=\"true\"></p>";
@@ -266,7 +271,7 @@ TEST_F(TContent, AServerThatIsAwayLeavesTheTextWithoutItsImages) {
     EXPECT_EQ(FailureOf([&] { FSession->Get_ImageManager()->cacheImages(html); }), "");
 }
 
-// What a server sends may be neither a picture nor the one that was asked for.
+// What a server sends may be no picture at all.
 TEST_F(TContent, AnImageThatIsNoneIsNotKeptHere) {
     Backend::Database(FOptions.DatabasePath).Query("update image set data = $1", std::string("MZ")).Next();
     const std::u16string html = FSession->getLatestRequirement(FSample.Deep)->Get_Description()->Get_Text();
@@ -276,7 +281,7 @@ TEST_F(TContent, AnImageThatIsNoneIsNotKeptHere) {
     EXPECT_FALSE(std::filesystem::exists(text.substr(start, text.find('"', start) - start)));
 }
 
-TEST_F(TContent, AMarkForANewImageThatSomebodyElseHasStoredSendsNoFile) {
+TEST_F(TContent, AMarkForANewImageThatSomebodyElseHasStoredIsNotShown) {
     const std::string path = FFolder.File("private.png");
     WriteFile(path, TinyPicture());
     const std::string mark = "<img src=\"" + path + "\" new=\"true\">";

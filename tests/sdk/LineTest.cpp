@@ -164,35 +164,39 @@ TEST_F(TLine, AServerThatIsSilentIsALostConnectionAfterTheLimit) {
     close(silent);
 }
 
-// Sends one piece of a picture and stops.
-class TStuckServer : public Sdk::wire::RequirementsService::Service {
+// Sends pieces of a picture, each well within the limit, and then no more.
+class TSlowServer : public Sdk::wire::RequirementsService::Service {
 public:
+    static constexpr std::chrono::milliseconds Limit{1000};
+    static constexpr int Pieces = 5;
+
     grpc::Status GetImage(grpc::ServerContext* context, const Sdk::wire::GetImageRequest*,
                           grpc::ServerWriter<Sdk::wire::ImageChunk>* writer) override {
-        EndsBySelf = context->deadline() < std::chrono::system_clock::now() + std::chrono::hours(24);
-        writer->Write({});
+        for (int piece = 0; piece < Pieces; ++piece) {
+            std::this_thread::sleep_for(Limit / 4);
+            Sent += writer->Write({});
+        }
         while (!context->IsCancelled())
-            std::this_thread::yield();
+            std::this_thread::sleep_for(Limit / 100);
         return grpc::Status::CANCELLED;
     }
 
-    bool EndsBySelf = true;
+    std::atomic<int> Sent = 0;
 };
 
 TEST(TLineStream, TakesItsTimeButNotWithoutProgress) {
-    TStuckServer service;
+    TSlowServer service;
     grpc::ServerBuilder builder;
     builder.RegisterService(&service);
     const auto server = builder.BuildAndStart();
     Sdk::TConnection line(
-        "stuck", [&](const std::string&) { return server->InProcessChannel({}); },
-        std::chrono::milliseconds(100));
+        "slow", [&](const std::string&) { return server->InProcessChannel({}); }, TSlowServer::Limit);
     EXPECT_THAT(FailureOf([&] {
                     line.AskStream("GetImage", &Sdk::TConnection::TStub::GetImage,
                                    Sdk::wire::GetImageRequest());
                 }),
                 AllOf(HasSubstr("RemoteServerException"), HasSubstr("Quorane.SERVER_ERROR")));
-    EXPECT_FALSE(service.EndsBySelf);
+    EXPECT_EQ(service.Sent, TSlowServer::Pieces);
 }
 
 } // namespace

@@ -55,7 +55,7 @@ void TFileGuard::SetDocument(const QString& path) {
 
 QString TFileGuard::Choose(const QString& path) {
     const QString address = ToQt(PictureAddress(FromQt(path)));
-    FAllowed.insert(QFileInfo(path).canonicalFilePath());
+    ChoosePicture(FromQt(path));
     if (!FChosen.contains(address)) FChosen.append(address);
     return address;
 }
@@ -67,7 +67,7 @@ bool TFileGuard::AllowsPicture(const QUrl& url) const {
     const QString path = QFileInfo(url.toLocalFile()).canonicalFilePath();
     if (path.isEmpty()) return false;
     const QString folder = QFileInfo(ToQt(PictureCacheFolder())).canonicalFilePath();
-    return FAllowed.contains(path) || (!folder.isEmpty() && path.startsWith(folder + u'/'));
+    return IsChosenPicture(FromQt(path)) || (!folder.isEmpty() && path.startsWith(folder + u'/'));
 }
 
 void TFileGuard::interceptRequest(QWebEngineUrlRequestInfo& info) {

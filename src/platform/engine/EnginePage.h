@@ -13,7 +13,6 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <set>
 #include <vector>
 
 class QWebChannel;
@@ -26,9 +25,9 @@ public:
     using QWebEngineUrlRequestInterceptor::QWebEngineUrlRequestInterceptor;
 
     void SetDocument(const QString& path);
-    // Lets this document and later ones show a picture that the user has put in: a text
-    // that is loaded again after the engine's process died still holds it. Gives its
-    // address.
+    // A picture that the user puts in (ChoosePicture); also later documents show it, since
+    // a text that is loaded again after the engine's process died still holds it. Gives
+    // its address.
     QString Choose(const QString& path);
     // The addresses of all of these.
     const QJsonArray& Chosen() const { return FChosen; }
@@ -39,7 +38,6 @@ private:
     bool AllowsPicture(const QUrl& url) const;
 
     QString FDocument;
-    std::set<QString> FAllowed;
     QJsonArray FChosen;
 };
 

@@ -70,15 +70,18 @@ bool TakeAttribute(std::string_view& rest, TRawAttribute& attribute) {
     return true;
 }
 
-std::size_t LengthTo(std::string_view text, std::string_view end, std::size_t from = 0) {
-    const std::size_t at = text.find(end, from);
+std::size_t LengthTo(std::string_view text, std::string_view end) {
+    const std::size_t at = text.find(end);
     return at == std::string_view::npos ? text.size() : at + end.size();
 }
 
 std::size_t CommentLength(std::string_view text) {
     // Ended as soon as it has begun.
     if (text.starts_with("<!-->") || text.starts_with("<!--->")) return LengthTo(text, ">");
-    return LengthTo(text.substr(0, LengthTo(text, "-->", 4)), "--!>", 4);
+    for (std::size_t at = text.find("--", 4); at != std::string_view::npos; at = text.find("--", at + 1))
+        for (const std::string_view end : {"-->", "--!>"})
+            if (text.substr(at).starts_with(end)) return at + end.size();
+    return text.size();
 }
 
 // The tag, comment or declaration at the start of the text, which is a "<", as a browser

@@ -9,6 +9,7 @@
 #include "platform/sdk/HtmlTags.h"
 
 #include <absl/strings/escaping.h>
+#include <absl/strings/match.h>
 
 #include <fstream>
 #include <system_error>
@@ -35,6 +36,7 @@ struct TNewPicture {
 // The file may be anything that the user has chosen, so its size is looked at first.
 TNewPicture ReadPicture(const std::string& path) {
     TNewPicture picture{"The picture \"" + path + "\"", {}};
+    if (!IsChosenPicture(path)) RaiseNoPicture(picture.Name, "not one that was inserted here");
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(path, error);
     if (!error && size > Markup::MaxPictureBytes)
@@ -47,22 +49,20 @@ TNewPicture ReadPicture(const std::string& path) {
     RaiseFailure("FileNotFoundException: " + picture.Name + " cannot be read.");
 }
 
-// The bytes stand in the address itself.
-TNewPicture DecodePicture(std::string_view address) {
-    constexpr std::string_view mark = ";base64,";
+// The bytes stand in the address itself, behind "data:image/png;base64," for example.
+TNewPicture DecodePicture(const std::string& address) {
     TNewPicture picture{"A pasted picture", {}};
-    if (const std::size_t start = address.find(mark); start != std::string_view::npos) {
-        address.remove_prefix(start + mark.size());
-        absl::Base64Unescape({address.data(), address.size()}, &picture.Bytes);
-    }
+    const std::size_t comma = address.find(',');
+    if (comma != std::string::npos && absl::EndsWithIgnoreCase(address.substr(0, comma), ";base64"))
+        absl::Base64Unescape(PicturePath(address.substr(comma + 1)), &picture.Bytes);
     if (picture.Bytes.size() > Markup::MaxPictureBytes)
         RaiseNoPicture(picture.Name, "larger than " + std::to_string(Markup::MaxPictureBytes) + " bytes");
     return picture;
 }
 
 TNewPicture TakePicture(const std::string& address) {
-    TNewPicture picture =
-        address.starts_with("data:") ? DecodePicture(address) : ReadPicture(PicturePath(address));
+    TNewPicture picture = absl::StartsWithIgnoreCase(address, "data:") ? DecodePicture(address)
+                                                                       : ReadPicture(PicturePath(address));
     if (Markup::PictureType(picture.Bytes).empty())
         RaiseNoPicture(picture.Name, "no " + std::string(Markup::PictureFormats) + " picture");
     return picture;
@@ -142,7 +142,9 @@ std::string TImageCache::StoreNew(TConnection& connection, const std::string& ht
         if (!source || !FindAttribute(attributes, "new")) return false;
         *source = Store(connection, *source);
         const std::string hash = *source;
-        std::erase_if(attributes, [](const auto& attribute) { return attribute.first == "new"; });
+        std::erase_if(attributes, [](const auto& attribute) {
+            return attribute.first == "new" || attribute.first == "src_original";
+        });
         attributes.emplace_back("src_original", hash);
         return true;
     });

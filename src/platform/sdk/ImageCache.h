@@ -22,8 +22,8 @@ public:
 
     // The description with every picture that is marked as new sent to the server and
     // named by its hash: a round trip each. Its address is a file's (PictureAddress) or
-    // holds the bytes themselves ("data:"). Raises when a file cannot be read, is too
-    // large or is no picture.
+    // holds the bytes themselves ("data:"). Raises when a file is not chosen
+    // (IsChosenPicture), cannot be read, is too large or is no picture.
     std::string StoreNew(TConnection& connection, const std::string& html) const;
 
     // The description without marks for new pictures. One that somebody else has marked

@@ -95,6 +95,7 @@ function isStored(image) {
 function settlePictures() {
     let lost = 0;
     for (const image of document.images) {
+        if (!isNew(image)) image.removeAttribute('new');
         if (!image.hasAttribute('src') || isStored(image) || isNew(image)) continue;
         if (bringsItsBytes(image)) {
             image.setAttribute('new', 'true');

@@ -55,7 +55,7 @@ std::u16string Rewritten(const std::u16string& html, const std::function<void(co
 
 std::u16string ShownFrom(const std::u16string& html, std::string folder) {
     if (!folder.ends_with('/')) folder += '/';
-    return Rewritten(html, [&](const HtmlDocument& document) { ShowImages(document, "file://" + folder); });
+    return Rewritten(html, [&](const HtmlDocument& document) { ShowImages(document, "file://" + PictureAddress(folder)); });
 }
 
 // The operations are the same on an instance and on the statics, and told to observers
