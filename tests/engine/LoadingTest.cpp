@@ -82,10 +82,15 @@ TEST_F(EngineLoading, ProcessThatDiesDuringALoadEndsIt) {
 
 TEST_F(EngineLoading, HungEngineFailsCallsUntilItComesRound) {
     Edit("<p>kept</p>");
+    Document<IOleCommandTarget>()->Exec(hcSetDirty, hoDefault, true);
     FBrowser.SetLimits({std::chrono::milliseconds(50), std::chrono::milliseconds(50)});
     SignalEngine(SIGSTOP);
     EXPECT_THROW(Html(), EOleSysError);
     EXPECT_NE(Document<IOleCommandTarget>()->Exec(hcSetDirty, hoDefault, false), hsOk);
+    EXPECT_FALSE(Dirty());
+    // Nor does the pointer that goes away say that the page is back.
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&KeyTarget(), &leave);
     const auto calls = FBrowser.EngineCalls();
     EXPECT_THROW(Html(), EOleSysError);
     EXPECT_EQ(FBrowser.EngineCalls(), calls);

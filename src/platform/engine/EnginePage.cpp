@@ -115,7 +115,11 @@ void TEnginePage::SetUp() {
 }
 
 void TEnginePage::InstallAgent() {
-    FHost.OnPost = [this](const QJsonObject& message) { Hear(message); };
+    FHost.OnPost = [this](const QJsonObject& message) {
+        // Whoever tells news takes calls as well.
+        FHung = false;
+        Hear(message);
+    };
     FChannel->registerObject(QStringLiteral("host"), &FHost);
     setWebChannel(FChannel, AgentWorld);
     FAgent = ChannelScript() + u'\n' + QString::fromUtf8(AgentScript);
@@ -158,8 +162,8 @@ void TEnginePage::LoadingChanged(const QWebEngineLoadingInfo& info) {
 
 void TEnginePage::CheckLoad() {
     const QString script = QStringLiteral("location.search + ' ' + document.readyState");
-    runJavaScript(script, AgentWorld, [this, load = FLoads](const QVariant& answer) {
-        if (FLoading && load == FLoads) JudgeLoad(answer.toString());
+    Run(script, [this, load = FLoads](const QString& answer) {
+        if (FLoading && load == FLoads) JudgeLoad(answer);
     });
 }
 
@@ -172,11 +176,11 @@ void TEnginePage::JudgeLoad(const QString& shown) {
         return;
     }
     const bool lost = !there && !isLoading() && std::exchange(FMissed, true);
-    if (lost && !QFileInfo(FDocument.toLocalFile()).isReadable()) {
+    if (lost && (FAttempts == MostAttempts || !QFileInfo(FDocument.toLocalFile()).isReadable())) {
         EndLoad(false);
         return;
     }
-    if (lost && FAttempts < MostAttempts) StartLoad();
+    if (lost) StartLoad();
     FLoadCheck.start(FirstLoadCheck * (1 << FAttempts));
 }
 
@@ -240,8 +244,6 @@ void TEnginePage::TellLink(const QUrl& url) {
 }
 
 void TEnginePage::Hear(const QJsonObject& message) {
-    // Whoever tells news takes calls as well.
-    FHung = false;
     if (message[QStringLiteral("event")] == QStringLiteral("mousemove")) {
         HearMove(message);
         return;
@@ -338,11 +340,18 @@ void TEnginePage::Post(const QString& operation, int on, const QJsonArray& argum
     FPosted.append(QJsonArray{operation, on, arguments, made});
 }
 
+// The base class, which goes last, answers what it still owes.
+void TEnginePage::Run(const QString& script, const std::function<void(const QString&)>& then) {
+    runJavaScript(script, AgentWorld, [life = std::weak_ptr(FLife), then](const QVariant& answer) {
+        if (!life.expired()) then(answer.toString());
+    });
+}
+
 void TEnginePage::SendPosted() {
     if (FPosted.isEmpty()) return;
     ++FCalls;
-    runJavaScript(TakeScript({}), AgentWorld, [this](const QVariant& answer) {
-        const QJsonValue failure = Parse(answer.toString())[QStringLiteral("failure")];
+    Run(TakeScript({}), [this](const QString& answer) {
+        const QJsonValue failure = Parse(answer)[QStringLiteral("failure")];
         if (!failure.isString()) return;
         Queue([text = failure.toString()] { Application().Dispatch(nullptr, [&] { Fail(text); }); });
     });
@@ -382,8 +391,9 @@ QString TEnginePage::RunAndWait(const QString& script) {
     ++FCalls;
     const QPointer<TEnginePage> alive(this);
     runJavaScript(script, AgentWorld,
-                  [this, alive, generation, wake, weak = std::weak_ptr(answer)](const QVariant& value) {
-                      if (alive && generation == FGeneration) FHung = false;
+                  [this, life = std::weak_ptr(FLife), generation, wake,
+                   weak = std::weak_ptr(answer)](const QVariant& value) {
+                      if (!life.expired() && generation == FGeneration) FHung = false;
                       if (const auto waiting = weak.lock()) waiting->Text = value.toString();
                       wake();
                   });

@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -145,6 +146,8 @@ private:
     void DeliverNews();
     void CheckReady() const;
     QString TakeScript(const TEngineCall& call);
+    // Without waiting; the answer comes only while the page lives.
+    void Run(const QString& script, const std::function<void(const QString&)>& then);
     void SendPosted();
     QString RunAndWait(const QString& script);
 
@@ -176,4 +179,5 @@ private:
     bool FLoading = false;
     bool FReady = false;
     bool FHung = false;
+    const std::shared_ptr<bool> FLife = std::make_shared<bool>(true);
 };

@@ -112,7 +112,10 @@ THtmlStatus THtmlDocument::Exec(std::uint32_t command, std::uint32_t, const THtm
     if (command == hcSetDirty) {
         const bool* dirty = std::get_if<bool>(&in);
         if (!dirty) return hsFail;
-        return Status([&] { SetDirty(*dirty); });
+        const THtmlStatus status = Status([&] { SetDirty(*dirty); });
+        // Whoever clears it goes by that, also while the page cannot be told.
+        if (status != hsOk && !*dirty) FDirty = false;
+        return status;
     }
     const QString name = CommandName(command);
     if (name.isEmpty()) return hsFail;

@@ -62,6 +62,7 @@ TWebBrowser::TWebBrowser(TWinControl& parent, const std::string& name)
     FPage->OnLoaded = [this] { Loaded(); };
     FPage->OnMessage = [this](const QJsonObject& message) { Hear(message); };
     FPage->OnGone = [this] {
+        TellHover({});
         if (OnEngineGone) ::Application().Dispatch(FControl, [this] { OnEngineGone(); });
     };
     FPage->OnLink = [this](const QUrl& url) {
@@ -75,6 +76,7 @@ TWebBrowser::TWebBrowser(TWinControl& parent, const std::string& name)
 TWebBrowser::~TWebBrowser() {
     FPage->OnLoaded = nullptr;
     FPage->OnGone = nullptr;
+    if (FFocusWidget) FFocusWidget->removeEventFilter(this);
     if (FControl) FControl->setPage(nullptr);
 }
 

@@ -9,6 +9,9 @@ let epoch = 0;
 let changes = 0;
 let told = 0;
 const PauseMilliseconds = 1000;
+// Of typing without a pause.
+const LongestMilliseconds = 5000;
+let toldAt = 0;
 // The other side holds the state of the selection.
 let selectionTold = false;
 // What is put off until the page is done with an event.
@@ -26,7 +29,9 @@ function post(message) {
 function changed() {
     if (!dirty) post({ dirty: true, epoch: epoch });
     dirty = true;
+    if (told === changes) toldAt = performance.now();
     const change = ++changes;
+    if (performance.now() - toldAt > LongestMilliseconds) tellText();
     scheduler.postTask(() => {
         if (change === changes) tellText();
     }, { delay: PauseMilliseconds });

@@ -47,14 +47,18 @@ function colorNumber(text) {
 // gives those of its first letter.
 function commandValue(name) {
     if (/^(bold|italic|underline|justify.*)$/i.test(name)) return document.queryCommandState(name);
-    if (/^fontname$/i.test(name) && selectionVaries('fontFamily')) return null;
-    if (/^fontsize$/i.test(name) && selectionVaries('fontSize')) return null;
+    if (/^fontname$/i.test(name) && selectionVaries((style) => firstFont(style.fontFamily).toLowerCase())) return null;
+    if (/^fontsize$/i.test(name) && selectionVaries((style) => style.fontSize)) return null;
     const value = document.queryCommandValue(name);
     if (value === '' || value === false || value === null) return null;
     if (/^fontsize$/i.test(name)) return Number(value);
     if (/color$/i.test(name)) return colorNumber(value);
-    // Of a list of fonts the first one counts.
-    return /^\s*(?:"([^"]*)"|'([^']*)'|([^,]*))/.exec(value).slice(1).join('').trim();
+    return firstFont(value);
+}
+
+// Of a list of fonts the first one counts.
+function firstFont(list) {
+    return /^\s*(?:"([^"]*)"|'([^']*)'|([^,]*))/.exec(list).slice(1).join('').trim();
 }
 
 function commandFlags(name) {
@@ -84,9 +88,9 @@ function isNew(image) {
 }
 
 function isStored(image) {
-    const source = image.getAttribute('src');
+    const source = image.getAttribute('src') || '';
     const name = image.getAttribute('src_original');
-    return Boolean(source && name) && (source === name || source.endsWith('/' + name));
+    return /^[0-9a-f]{64}$/.test(name) && (source === name || source.endsWith('/' + name));
 }
 
 // Of pictures that came from elsewhere, those that bring their bytes along go to the
@@ -108,7 +112,8 @@ function settlePictures() {
 }
 
 function startsWithBreak(element) {
-    return element.innerHTML.startsWith('\n');
+    const first = element.firstChild;
+    return first !== null && first.nodeType === Node.TEXT_NODE && first.data.startsWith('\n');
 }
 
 // Whoever reads HTML takes a line break right behind this tag for none.
@@ -210,16 +215,23 @@ function catchUp(posted) {
 }
 
 function call(request) {
+    let undo = () => {};
     try {
         catchUp(request.posted);
         if (!request.operation) return '{}';
         const made = request.on < 0 ? rangeOfSelection(request.on) : null;
         const object = made || find(request.on);
-        if (request.moves.length > 0) applyMoves(object, request.moves);
+        if (request.moves.length > 0) {
+            // A failed call is made again with its moves.
+            const before = Object.assign({}, object, { range: object.range.cloneRange() });
+            undo = () => Object.assign(object, before);
+            applyMoves(object, request.moves);
+        }
         const result = operations[request.operation](object, ...request.arguments);
         const value = result === undefined ? null : result;
         return JSON.stringify({ value: made ? Object.assign(keep(made), { value: value }) : value });
     } catch (failure) {
+        undo();
         return JSON.stringify({ failure: failure.message });
     } finally {
         for (const number of request.release) objects.delete(number);

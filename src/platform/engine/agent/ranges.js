@@ -53,9 +53,9 @@ function nodeBehind(container, offset) {
     return node && node.nextSibling;
 }
 
-// Whether the letters of the selection differ in a property of their style. Goes from
-// node to node, since to ask a range about each takes long in a long document.
-function selectionVaries(property) {
+// Whether the letters of the selection differ in what a function takes from their style.
+// Goes from node to node, since to ask a range about each takes long in a long document.
+function selectionVaries(taken) {
     const range = currentRange();
     const start = range.startContainer;
     const end = nodeBehind(range.endContainer, range.endOffset);
@@ -68,7 +68,7 @@ function selectionVaries(property) {
         const from = node === start ? range.startOffset : 0;
         const to = node === range.endContainer ? range.endOffset : node.data.length;
         if (!/\S/.test(node.data.slice(from, to))) continue;
-        const value = getComputedStyle(node.parentElement)[property];
+        const value = taken(getComputedStyle(node.parentElement));
         if (seen !== null && seen !== value) return true;
         seen = value;
     }
