@@ -44,6 +44,24 @@ bool BelongsIn(const xmlNode& element, const xmlNode& node) {
     return IsOneOf(PartsOf(element), node) || (IsSection(element) && IsOneOf(Cells, node));
 }
 
+// What stands behind goes behind the element. Text is joined to its neighbour, so the
+// last goes first.
+void EndBefore(xmlNode& element, const xmlNode* child) {
+    for (bool moved = false; !moved;) {
+        moved = element.last == child;
+        xmlAddNextSibling(&element, element.last);
+    }
+}
+
+// A part ends what is open below the element of its table that takes it. Each step puts
+// it and what stands behind it one level up, where it is met again.
+void RaiseParts(xmlNode& parent, bool isInTable) {
+    for (xmlNode* child = parent.children; child; child = child->next) {
+        if (isInTable && IsTablePart(*child) && !BelongsIn(parent, *child)) return EndBefore(parent, child);
+        RaiseParts(*child, isInTable || IsElement(*child, "table"));
+    }
+}
+
 void MoveStraysBefore(xmlNode& table, const xmlNode& part) {
     EachChild(part, [&](xmlNode* child) {
         if (BelongsIn(part, *child) && !PartsOf(*child).empty())
@@ -113,15 +131,6 @@ bool Holds(const xmlNode& node, Names names) {
     return found;
 }
 
-// What stands behind goes behind the element. Text is joined to its neighbour, so the
-// last goes first.
-void EndBefore(xmlNode& element, const xmlNode* child) {
-    for (bool moved = false; !moved;) {
-        moved = element.last == child;
-        xmlAddNextSibling(&element, element.last);
-    }
-}
-
 // For elements that the next of their kind ends; whether a child is or holds the next.
 template<class IsNext> void EndBeforeTheNext(const xmlNode& parent, Names kind, IsNext isNext) {
     for (xmlNode* child = parent.children; child; child = child->next) {
@@ -155,8 +164,9 @@ bool IsTablePart(const xmlNode& node) {
 }
 
 void MendNesting(const HtmlDocument& document) {
-    const xmlNode* const root = document.Root();
+    xmlNode* const root = document.Root();
     if (!root) return;
+    RaiseParts(*root, false);
     MendTablesIn(*root);
     MendPartsWithoutATable(*root);
     for (const Names kind : {Names(Links), Names(Unbroken)})

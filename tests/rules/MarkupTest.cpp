@@ -50,6 +50,12 @@ INSTANTIATE_TEST_SUITE_P(
                       "<table>a<tr>b<td>c</td><i>d</i></tr> <p>e</p><tr><td>f</td></tr></table>",
                       "ab<i>d</i><p>e</p><table><tbody><tr><td>c</td></tr> "
                       "<tr><td>f</td></tr></tbody></table>"},
+           MarkupCase{"OpenElementsInATable",
+                      "<table><caption><i>a<tr><td><font size=2>b<td><ul><li>c<tr><td><div><table><tr><td>d"
+                      "</table><tr><td>e</table>",
+                      "<table><caption><i>a</i></caption><tbody><tr><td><font size=\"2\">b</font></td><td>"
+                      "<ul><li>c</li></ul></td></tr><tr><td><div><table><tbody><tr><td>d</td></tr></tbody>"
+                      "</table></div></td></tr><tr><td>e</td></tr></tbody></table>"},
            MarkupCase{"FormInATable", "<table><form>\n<tr><td>a</td></tr></form></table>",
                       "<table>\n<tbody><tr><td>a</td></tr></tbody></table>"},
            MarkupCase{"CellsWithoutATable", "<p>a</p><td>b</td><td>c</td>",

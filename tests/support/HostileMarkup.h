@@ -219,7 +219,7 @@ inline constexpr THostileRow HostileRows[] = {
      R"(<select><template><style><!--</style><a rel="--&gt;&lt;/style&gt;&lt;img src=x onerror=@run@&gt;">)"},
     {"MutationNesting",
      R"(<p>a<b><div>b</div></b><a href="x">c<i><a href="y">d</a></i></a><li>e<div><li>f</div><h1>g<svg><h1>h</svg></h1>)"},
-    {"MutationTable", R"(<table>a<form><tr>b<td>c</form><p>d<nobr>e<b><nobr>f</table><td>g)"},
+    {"MutationTable", R"(<table>a<form><tr>b<td>c</form><p>d<nobr>e<b><nobr>f<tr><td>g</table><td>h)"},
     {"MutationEntities", R"(&lt;img src=x onerror=@run@&gt;&amp;lt;script&amp;gt;@run@)"},
     {"MutationNamespace",
      R"(<html xmlns="http://www.w3.org/1999/xhtml" xmlns:x="http://www.w3.org/1999/xhtml"><body><x:script>@run@</x:script></body></html>)"},
