@@ -8,7 +8,8 @@ target_compile_options(quorane_options INTERFACE
     -Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
     $<$<BOOL:${QUORANE_WERROR}>:-Werror>)
 if(QUORANE_SANITIZE)
-    target_compile_options(quorane_options INTERFACE
+    # With the checks in it the compiler takes initialised values for uninitialised ones.
+    target_compile_options(quorane_options INTERFACE -Wno-maybe-uninitialized
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(quorane_options INTERFACE -fsanitize=address,undefined)
 endif()
