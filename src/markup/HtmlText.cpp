@@ -50,6 +50,7 @@ public:
     }
 
     void Break() {
+        EndBlock();
         FText += "\r\n";
         FPendingBlank = false;
     }
@@ -97,13 +98,17 @@ private:
         }
     }
 
+    bool AtLineStart() const { return FText.empty() || FText.ends_with("\r\n"); }
+
+    void EndBlock() {
+        if (FPendingBreak && !AtLineStart()) FText += "\r\n";
+        FPendingBreak = false;
+    }
+
     void Separate() {
-        const bool atLineStart = FText.empty() || FText.ends_with("\r\n");
-        if (FPendingBreak && !atLineStart)
-            FText += "\r\n";
-        else if (FPendingBlank && !atLineStart)
-            FText += ' ';
-        FPendingBreak = FPendingBlank = false;
+        EndBlock();
+        if (FPendingBlank && !AtLineStart()) FText += ' ';
+        FPendingBlank = false;
     }
 
     std::string FText;

@@ -16,6 +16,8 @@ const TRow PlainTexts[] = {
     {"<P>one</P>\r\n<P>two</P>\r\n", "one\r\ntwo"},
     {"one<br>two<br/>three", "one\r\ntwo\r\nthree"},
     {"<p>one<br></p><p></p>", "one"},
+    {"<div>a</div><div><br></div><div>b</div>", "a\r\n\r\nb"},
+    {"<p>a</p><br>b", "a\r\n\r\nb"},
     {"a  <b>b</b>\n c", "a b c"},
     {"<ul><li>a</li><li>b</li></ul>", "a\r\nb"},
     {"<table><tr><td>a</td><td>b</td></tr><tr><td>c</td></tr></table>", "a b\r\nc"},
