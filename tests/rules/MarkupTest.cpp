@@ -84,6 +84,10 @@ INSTANTIATE_TEST_SUITE_P(
                       "<form>a</form><nav>b</nav><dialog title=t>c</dialog><form></form><select><option>d"
                       "<option>e</select><label>f</label>",
                       "<div>a</div><div>b</div><div title=\"t\">c</div><div>d</div><div>e</div>f"},
+           MarkupCase{"EmptyBlocksThatAreNotKept",
+                      "a<nav></nav><form></form>b<label><fieldset><input></fieldset>c</label> <nav></nav>d"
+                      "<p>e</p><nav></nav>f",
+                      "a<div></div>b<div></div>c d<p>e</p>f"},
            MarkupCase{"NothingButBlanksLeft", "<label>\n</label>", ""},
            MarkupCase{"BlockDeepInAParagraph", "<p align=left>a<b>b<div>c</div></b></p>",
                       "<div align=\"left\">a<b>b<div>c</div></b></div>"},
@@ -107,6 +111,9 @@ INSTANTIATE_TEST_SUITE_P(
            MarkupCase{"OfficeStyle", "<p style=\"text-autospace:none;mso-x:1;text-align:left\">x</p>",
                       "<p style=\"text-align: left;\">x</p>"},
            MarkupCase{"LineBreakThatIsNone", "<pre>\nx</pre>", "<pre>x</pre>"},
+           MarkupCase{"LineBreaksOfWhatIsNotKept",
+                      "<xmp>a\nb</xmp><textarea>\nc\nd</textarea><textarea></textarea><listing>e\n</listing>",
+                      "<pre>a\nb</pre><pre>c\nd</pre><pre>e\n</pre>"},
            MarkupCase{"LineBreakAtTheStart", "<pre>\n\nx\n</pre><pre><b>\ny</b></pre>"},
            MarkupCase{"LineBreaksOfAnotherSystem", "<pre>a\r\nb\rc</pre>", "<pre>a\nb\nc</pre>"}),
     NameOf);

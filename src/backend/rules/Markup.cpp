@@ -34,12 +34,30 @@ std::string_view Trimmed(std::string_view text) {
     return text;
 }
 
-// A block that goes leaves one, or its text would join what stands around it.
+// Whether what stands next to it would join it in a line.
+bool IsInLine(const xmlNode& node) {
+    const bool isBlank = node.type == XML_TEXT_NODE && Markup::IsBlank(node);
+    return !isBlank && !Markup::IsBlock(node) && !Markup::IsTablePart(node);
+}
+
+bool PartsALine(const xmlNode& element) {
+    return IsInLine(element.prev ? *element.prev : *element.parent) &&
+           IsInLine(element.next ? *element.next : *element.parent);
+}
+
+// A block that goes leaves one, or its text would join what stands around it, and so
+// would what an empty one parts.
 bool LeavesBlock(const xmlNode& element) {
     bool holdsTableParts = false;
     Markup::EachChild(element, [&](const xmlNode* child) { holdsTableParts |= Markup::IsTablePart(*child); });
-    return Markup::IsBlock(element) && element.children && !holdsTableParts &&
-           !Markup::IsElement(element, "html");
+    return Markup::IsBlock(element) && !holdsTableParts && !Markup::IsElement(element, "html") &&
+           (element.children || PartsALine(element));
+}
+
+// Line breaks count in these as they do in a "pre".
+bool IsPreformatted(const xmlNode& element) {
+    return element.children && (Markup::IsElement(element, "listing") ||
+                                Markup::IsElement(element, "textarea") || Markup::IsElement(element, "xmp"));
 }
 
 // Takes out what the policy does not keep.
@@ -51,7 +69,9 @@ void Prune(const xmlNode& parent) {
         if (rule == ElementRule::Drop) return Markup::Remove(child);
         Prune(*child);
         if (rule != ElementRule::Unwrap) return;
-        if (LeavesBlock(*child))
+        if (IsPreformatted(*child))
+            Markup::Rename(*child, "pre");
+        else if (LeavesBlock(*child))
             Markup::Rename(*child, "div");
         else
             Markup::Unwrap(child);
