@@ -11,6 +11,20 @@ bool IsList(const xmlNode& node) {
            IsElement(node, "dir");
 }
 
+bool ShowsNothing(const xmlNode& node) {
+    return IsBlank(node) || IsElement(node, "script") || IsElement(node, "style");
+}
+
+bool IsParagraph(const xmlNode& node) {
+    return IsElement(node, "p") || IsElement(node, "div");
+}
+
+bool IsEmptyParagraph(const xmlNode& node) {
+    bool isEmpty = IsParagraph(node);
+    EachChild(node, [&](const xmlNode* child) { isEmpty = isEmpty && ShowsNothing(*child); });
+    return isEmpty;
+}
+
 // Puts nodes to their place one after another, and what stands in a line together
 // into an element of its own.
 class Placer {
@@ -27,7 +41,7 @@ public:
     }
 
     void Inline(xmlNode* node) {
-        if (!FLine && IsBlank(*node)) return Remove(node);
+        if (!FLine && ShowsNothing(*node)) return Remove(node);
         if (!FLine) {
             FLine = NewElement(node->doc, FLineElement);
             FPlace(FLine);
@@ -45,12 +59,19 @@ private:
 };
 
 void RemoveList(xmlNode* list) {
-    Placer placer("p", [list](xmlNode* node) { xmlAddPrevSibling(list, node); });
+    const xmlNode* from = nullptr;
+    Placer placer("p", [&](xmlNode* node) {
+        if (from && IsParagraph(*node) && !node->properties)
+            node->properties = xmlCopyPropList(node, from->properties);
+        xmlAddPrevSibling(list, node);
+    });
     const auto place = [&](xmlNode* node) { IsBlock(*node) ? placer.Block(node) : placer.Inline(node); };
     EachChild(*list, [&](xmlNode* item) {
         if (!IsElement(*item, "li")) return place(item);
         placer.EndLine();
+        from = item;
         EachChild(*item, place);
+        from = nullptr;
         placer.EndLine();
     });
     Remove(list);
@@ -71,7 +92,7 @@ void MakeList(const HtmlDocument& document, ListKind kind) {
     xmlNode* const list = NewElement(body->doc, kind == ListKind::Ordered ? "ol" : "ul");
     Placer placer("li", [list](xmlNode* node) {
         xmlNode* item = node;
-        if (IsElement(*node, "p") || IsElement(*node, "div")) {
+        if (IsParagraph(*node)) {
             Rename(*node, "li");
         } else if (!IsElement(*node, "li")) {
             item = NewElement(node->doc, "li");
@@ -83,7 +104,7 @@ void MakeList(const HtmlDocument& document, ListKind kind) {
         if (IsList(*node)) {
             EachChild(*node, place);
             Remove(node);
-        } else if (IsElement(*node, "br")) {
+        } else if (IsElement(*node, "br") || IsEmptyParagraph(*node)) {
             placer.EndLine();
             Remove(node);
         } else {

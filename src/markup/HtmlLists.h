@@ -12,7 +12,8 @@ enum class ListKind { Ordered, Unordered };
 // Lists within an item stay as they are; a text without anything to show gets no list.
 void MakeList(const HtmlDocument& document, ListKind kind);
 
-// Makes paragraphs of the items of all lists, nested ones too, in their order.
+// Makes paragraphs of the items of all lists, nested ones too, in their order and with
+// their attributes.
 void RemoveLists(const HtmlDocument& document);
 
 } // namespace Markup
