@@ -22,7 +22,7 @@ inline std::string_view PictureType(std::string_view bytes) {
                                     TFormat{"GIF89a", "image/gif"}};
     for (const TFormat& format : formats)
         if (bytes.starts_with(format.Start)) return format.Type;
-    if (bytes.starts_with("RIFF") && bytes.substr(0, 12).ends_with("WEBP")) return "image/webp";
+    if (bytes.starts_with("RIFF") && bytes.size() >= 12 && bytes.substr(8, 4) == "WEBP") return "image/webp";
     return {};
 }
 

@@ -186,7 +186,7 @@ TEST_F(ContentTest, WhatIsNoImageIsRefused) {
     };
     EXPECT_THAT(refusal(""), HasSubstr("empty or larger than 16777216 bytes"));
     EXPECT_THAT(refusal(TinyPicture(std::string(16 << 20, 'x'))), HasSubstr("larger than 16777216 bytes"));
-    for (const char* bytes : {"GIF", "<svg/>", "RIFF1234WAVE"})
+    for (const char* bytes : {"GIF", "<svg/>", "RIFF1234WAVE", "RIFFWEBP"})
         EXPECT_THAT(refusal(bytes), HasSubstr("no PNG, JPEG, GIF or WebP picture")) << bytes;
     for (const char* bytes : {"\x89PNG\r\n\x1A\n", "\xFF\xD8\xFF\xE0", "GIF87a", "RIFF1234WEBP"})
         EXPECT_EQ(refusal(bytes), "") << bytes;

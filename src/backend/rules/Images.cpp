@@ -7,9 +7,11 @@
 
 namespace Backend {
 
+const std::size_t MaxPictureBytes = Markup::MaxPictureBytes;
+
 std::string KeepImage(Connection& connection, std::string_view bytes) {
-    if (bytes.empty() || bytes.size() > Markup::MaxPictureBytes)
-        throw RuleViolation("An image is empty or larger than " + std::to_string(Markup::MaxPictureBytes) +
+    if (bytes.empty() || bytes.size() > MaxPictureBytes)
+        throw RuleViolation("An image is empty or larger than " + std::to_string(MaxPictureBytes) +
                             " bytes.");
     const std::string type(Markup::PictureType(bytes));
     if (type.empty())

@@ -1,8 +1,7 @@
 // Keeps the images of descriptions.
 #pragma once
 
-#include "markup/PictureFormat.h"
-
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -10,7 +9,8 @@ namespace Backend {
 
 struct Connection;
 
-using Markup::MaxPictureBytes;
+// Of one image.
+extern const std::size_t MaxPictureBytes;
 
 // Keeps an image once, however often it comes, and gives the hash by which descriptions
 // name it. Its media type is what its bytes say. Refuses (RuleViolation) what is empty,
