@@ -157,7 +157,7 @@ void Editing::ApplyTexts(Draft& draft, const RequirementChange& change) {
         draft.Note("Name", draft.Version.Name, *change.Name);
         draft.Version.Name = *change.Name;
     }
-    // Under a key reference a client shows, and sends back, the reference's text in
+    // Under a key reference a client shows, and may send back, the reference's text in
     // place of the description, which stays what it was. Once the key is taken away it
     // shows the description again, and what is typed then comes with the same save.
     const bool staysKeyed =
