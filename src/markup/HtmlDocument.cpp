@@ -2,9 +2,12 @@
 
 #include <libxml/HTMLparser.h>
 #include <libxml/SAX2.h>
+#include <libxml/parserInternals.h>
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cstdint>
 #include <new>
 
 namespace Markup {
@@ -22,6 +25,47 @@ constexpr std::array<std::string_view, 47> Blocks = {
 
 char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// The parser leaves references out that name no character. Browsers show a replacement
+// for these, and a reference without a number as text.
+std::string WithReferencesMended(std::string_view html) {
+    std::string mended;
+    for (;;) {
+        const std::size_t start = html.find("&#");
+        mended += html.substr(0, start);
+        if (start == std::string_view::npos) return mended;
+        html.remove_prefix(start + 2);
+        const bool isHex = html.starts_with('x') || html.starts_with('X');
+        const char* const last = html.data() + html.size();
+        std::uint32_t code = 0;
+        const auto [end, error] = std::from_chars(html.data() + isHex, last, code, isHex ? 16 : 10);
+        if (error == std::errc::invalid_argument) {
+            mended += "&amp;#";
+        } else if (error == std::errc() && xmlIsCharQ(code)) {
+            mended += "&#";
+        } else {
+            mended += "\uFFFD";
+            html.remove_prefix(static_cast<std::size_t>(end - html.data()));
+            if (html.starts_with(';')) html.remove_prefix(1);
+        }
+    }
+}
+
+// How long a tag or comment is that begins the text. A quote counts behind a "=" only.
+std::size_t LengthOfTag(std::string_view html) {
+    if (html.starts_with("<!--")) return std::min(html.find("-->", 2), html.size() - 3) + 3;
+    char quote = 0;
+    for (std::size_t i = 1; i < html.size(); ++i) {
+        const char c = html[i];
+        if (quote)
+            quote = c == quote ? '\0' : quote;
+        else if (c == '>')
+            return i + 1;
+        else if ((c == '"' || c == '\'') && html[html.find_last_not_of(" \t\r\n\f", i - 1)] == '=')
+            quote = c;
+    }
+    return html.size();
 }
 
 // The faults over which the parser leaves text out or stops.
@@ -63,7 +107,8 @@ xmlDoc* Parse(const std::string& html, Nesting nesting, bool& lost) {
 
 HtmlDocument::HtmlDocument(std::string_view html, Nesting nesting)
     : FWhole(FindTag(html, "<body") < html.size() || FindTag(html, "<html") < html.size())
-    , FDocument(Parse((FWhole ? "" : "<html><body>") + std::string(html), nesting, FLost), xmlFreeDoc) {}
+    , FDocument(Parse((FWhole ? "" : "<html><body>") + WithReferencesMended(html), nesting, FLost),
+                xmlFreeDoc) {}
 
 xmlNode* HtmlDocument::Body() const {
     const xmlNode* const root = Root();
@@ -128,7 +173,15 @@ void Unwrap(xmlNode* element) {
 
 std::size_t FindTag(std::string_view html, std::string_view tag) {
     const auto same = [](char a, char b) { return Lower(a) == b; };
-    return static_cast<std::size_t>(std::ranges::search(html, tag, same).begin() - html.begin());
+    std::size_t start = html.find('<');
+    while (start < html.size()) {
+        const std::string_view rest = html.substr(start);
+        if (std::ranges::equal(rest.substr(0, tag.size()), tag, same)) return start;
+        const char next = rest.size() > 1 ? Lower(rest[1]) : '\0';
+        const bool isTag = (next >= 'a' && next <= 'z') || next == '/' || next == '!';
+        start = html.find('<', start + (isTag ? LengthOfTag(rest) : 1));
+    }
+    return html.size();
 }
 
 } // namespace Markup

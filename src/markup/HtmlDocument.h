@@ -63,6 +63,7 @@ void Remove(xmlNode* node);
 void Unwrap(xmlNode* element);
 
 // Where a tag begins, written with its bracket ("<body"); the text's size for nowhere.
+// Comments and the values of attributes are passed over.
 std::size_t FindTag(std::string_view html, std::string_view tag);
 
 // The visitor may take the child out or put others before it.

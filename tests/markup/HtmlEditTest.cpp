@@ -44,6 +44,8 @@ const TRow Rows[] = {
     {Tidy, "<style>a<b</style><script>1<2</script><pre>\n\n x\n</pre>", "<pre>\n\n x\n</pre>"},
     {Tidy, "<!DOCTYPE html><HTML><title>t</title><BODY bgcolor=red>x",
      "<html><head><title>t</title></head><body bgcolor=\"red\">x</body></html>"},
+    {Tidy, "<!--<html>--><p title=\"<body &#0;a\">it's = x</p>",
+     "<p title=\"&lt;body \uFFFDa\">it's = x</p>"},
     {Bullets, "", ""},
     {Bullets, " <!-- x --> <p></p><style>p{}</style>", ""},
     {Bullets, "<style>p{}</style><p>a</p><div> </div>b<script></script>", "<ul><li>a</li><li>b</li></ul>"},
