@@ -95,16 +95,19 @@ INSTANTIATE_TEST_SUITE_P(
                       "<a href=\"x\">a</a><i>b<a href=\"y\">c</a></i>de"},
            MarkupCase{"ItemInAnItem", "<ul><li>a<div><li>b</div><ul><li>c</ul></ul>",
                       "<ul><li>a<div><div>b</div></div><ul><li>c</li></ul></li></ul>"},
-           MarkupCase{"HeadingInAHeading", "<h1>a<svg><h2>b</h2></svg>c</h1>",
-                      "<h1>a</h1><h2>b</h2>c"},
+           MarkupCase{"HeadingInAHeading", "<h1>a<svg><h2>b</h2></svg>c</h1>", "<h1>a</h1><h2>b</h2>c"},
            MarkupCase{"TextBehindTheDocument", "<html><body><p>x</p></body></html>tail",
                       "<html><head></head><body><p>x</p><p>tail</p></body></html>"},
            MarkupCase{"Style", "<p style=\"COLOR:Red;text-align: center; position:fixed\">x</p>",
                       "<p style=\"color: Red; text-align: center;\">x</p>"},
            MarkupCase{"StyleOfAnEditor",
                       "<span style=\"background-color: rgb(255, 255, 0); font-size: 12pt;\">x</span>"},
-           MarkupCase{"StoredImage", "<img src=\"file:///a/abc\" src_original=\"abc\" alt=\"A\">",
-                      "<img src=\"abc\" src_original=\"abc\" alt=\"A\" />"},
+           MarkupCase{"StoredImage",
+                      "<img alt=\"A\" src=\"file:///a/b\" "
+                      "src_original=\"0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef\">",
+                      "<img src=\"0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef\" "
+                      "src_original=\"0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef\" "
+                      "alt=\"A\" />"},
            MarkupCase{"ImageWithoutSource", "<p>a <img alt=\"x &lt; y\"><img></p>", "<p>a x &lt; y</p>"},
            MarkupCase{"OfficeClasses", "<p class=\"MsoNormal\"><i class=\"a SpellE b\">x</i></p>",
                       "<p><i class=\"a b\">x</i></p>"},
@@ -149,6 +152,7 @@ TEST(Markup, RefusesAnImageThatIsNeitherStoredNorNew) {
         HasSubstr("contains an image that has a 'src' attribute but does not have a 'src_original' "));
     EXPECT_THAT([] { CleanMarkup("<p><img src=\"file:///tmp/a.png\"/></p>"); }, unknown);
     EXPECT_THAT([] { CleanMarkup("<img src=\"a\" src_original=\"file:///tmp/a.png\"/>"); }, unknown);
+    EXPECT_THAT([] { CleanMarkup("<img src_original=\"abc\"/>"); }, unknown);
     EXPECT_THAT([] { CleanMarkup("<IMG src=\"c:\\a.png\" border=0 new=\"true\">"); },
                 ThrowsMessage<RuleViolation>(HasSubstr("was not sent")));
 }

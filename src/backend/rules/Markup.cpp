@@ -2,6 +2,7 @@
 
 #include "backend/rules/MarkupPolicy.h"
 #include "backend/rules/Refusal.h"
+#include "markup/HtmlImages.h"
 #include "markup/HtmlNesting.h"
 #include "markup/HtmlWriter.h"
 
@@ -158,7 +159,7 @@ private:
         if (has("src") && stored.empty() && has("new"))
             throw RuleViolation("The description has a new picture that was not sent with it. Insert the "
                                 "picture again and save.");
-        if (!IsPictureName(stored)) throw MarkupViolation(UnknownImage);
+        if (!Markup::IsPictureHash(stored)) throw MarkupViolation(UnknownImage);
         for (const xmlAttr* attribute = image.properties; attribute; attribute = attribute->next) {
             const std::string_view name = View(attribute->name);
             if (name == "src" || name == "src_original") Attribute(name, stored);

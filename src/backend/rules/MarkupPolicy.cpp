@@ -120,13 +120,6 @@ bool IsSafeAddress(std::string_view address) {
     return Has(schemes, Lower(address.substr(0, end)));
 }
 
-bool IsPictureName(std::string_view text) {
-    const auto fits = [](char c) {
-        return IsLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '_' || c == '.';
-    };
-    return !text.empty() && text.front() != '.' && std::ranges::all_of(text, fits);
-}
-
 std::string CleanClasses(std::string_view classes) {
     std::string clean;
     for (classes = Trimmed(classes); !classes.empty(); classes = Trimmed(classes)) {

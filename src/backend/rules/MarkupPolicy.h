@@ -21,8 +21,6 @@ bool IsPlainAttribute(std::string_view element, std::string_view attribute);
 
 // An address that a link may lead to: of the web, of a mailbox, or relative.
 bool IsSafeAddress(std::string_view address);
-// The name of a stored picture: not more than a name, so that it leads nowhere.
-bool IsPictureName(std::string_view text);
 
 // The names of a "class" attribute that are not an office program's; empty for none.
 std::string CleanClasses(std::string_view classes);
